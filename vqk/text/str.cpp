@@ -1,0 +1,477 @@
+#include "vqk/text/str.h"
+
+#include "vqk/platform/printf.h"
+#include "vqk/text/convert.h"
+#include "vqk/text/format.h"
+#include "vqk/text/string_table.h"
+
+#include <cctype>
+#include <climits>
+#include <cstdio>
+#include <cstring>
+#include <cwctype>
+#include <new>
+#include <string>
+
+namespace vq {
+namespace {
+
+template <class T> const T* emptyText();
+template <> const char* emptyText<char>() { return ""; }
+template <> const wchar_t* emptyText<wchar_t>() { return L""; }
+
+template <class T> bool isWhite(T c) { return c == 9 || c == 10 || c == 13 || c == 32; }
+
+uint32_t checkedSize(uint64 n) {
+    if (n >= uint64(INT32_MAX))
+        throw std::bad_alloc();
+    return uint32_t(n);
+}
+
+template <class T> int printCount(const T* fmt, va_list args);
+template <> int printCount<char>(const char* fmt, va_list args) {
+    return platform::vscprintf(fmt, args);
+}
+template <> int printCount<wchar_t>(const wchar_t* fmt, va_list args) {
+    return platform::vscwprintf(fmt, args);
+}
+int printInto(char* buf, size_t n, const char* fmt, va_list args) {
+    return std::vsnprintf(buf, n, fmt, args);
+}
+int printInto(wchar_t* buf, size_t n, const wchar_t* fmt, va_list args) {
+    return std::vswprintf(buf, n, fmt, args);
+}
+
+// The search of findSubStr, shared by the member and the free functions.
+void convertUtf8(CTStr<char>& out, const wchar_t* s) { wstrtostr(out, s, true); }
+void convertUtf8(CTStr<wchar_t>& out, const char* s) { strtowstr(out, s, true); }
+
+template <class T> int findSub(const T* text, int n, const T* pat) {
+    int m = textLength(pat);
+    if (n <= 0 || m == 0)
+        return -1;
+    for (int s = 0; s < n; ++s) {
+        int k = 0;
+        for (int i = s; i < n; ++i) {
+            if (text[i] == pat[k]) {
+                if (++k == m)
+                    return i - m + 1;
+            } else {
+                k = 0;
+            }
+        }
+        if (s + m > n)
+            break; // no later start can hold a whole match
+    }
+    return -1;
+}
+
+} // namespace
+
+int findSubStr(const char* text, const char* pattern) {
+    return findSub(text, textLength(text), pattern);
+}
+int findSubStr(const wchar_t* text, const wchar_t* pattern) {
+    return findSub(text, textLength(text), pattern);
+}
+
+template <class T> CTStr<T>::CTStr(const T* s) { reset(s); }
+template <class T> CTStr<T>::CTStr(const other_t* s) { convertUtf8(*this, s); }
+template <class T> CTStr<T>::CTStr(const CTStr<other_t>& s) {
+    convertUtf8(*this, s.str());
+}
+template <class T> CTStr<T>::CTStr(const CTStr& s) { assignText(s.str(), uint32_t(s.length())); }
+template <class T> CTStr<T>::CTStr(CTStr&& s) noexcept : m_a(std::move(s.m_a)) {}
+template <class T> CTStr<T>::CTStr(const T* s, int from, int to) { reset(s, from, to); }
+template <class T> CTStr<T>::CTStr(int n, T c) { reset(uint64(n < 0 ? 0 : n), c); }
+template <class T> CTStr<T>::CTStr(int id, bool full) {
+    reset(stringTableText(id));
+    if (!full)
+        dropLabelLine();
+}
+template <class T> CTStr<T>::~CTStr() = default;
+
+template <class T> CTStr<T>& CTStr<T>::operator=(const T* s) {
+    reset(s);
+    return *this;
+}
+template <class T> CTStr<T>& CTStr<T>::operator=(const CTStr& s) {
+    if (this != &s)
+        assignText(s.str(), uint32_t(s.length()));
+    return *this;
+}
+template <class T> CTStr<T>& CTStr<T>::operator=(CTStr&& s) noexcept {
+    if (this != &s)
+        m_a = std::move(s.m_a);
+    return *this;
+}
+
+template <class T> void CTStr<T>::assignText(const T* s, uint32_t n) {
+    // s may point into this string's own block: it is then no longer than the
+    // content, so the block does not move and memmove copies safely.
+    m_a.resize(n + 1);
+    if (n)
+        std::memmove(m_a.data(), s, n * sizeof(T));
+    m_a[n] = 0;
+}
+
+template <class T> void CTStr<T>::reset(const T* s, int from, int to) {
+    if (to < from)
+        return;
+    if (!s) {
+        m_a.clear();
+        return;
+    }
+    assignText(s + from, uint32_t(to - from));
+}
+
+template <class T> void CTStr<T>::reset(uint64 n, T c) {
+    uint32_t k = checkedSize(n);
+    m_a.resize(k + 1);
+    for (uint32_t i = 0; i < k; ++i)
+        m_a[i] = c;
+    m_a[k] = 0;
+}
+
+template <class T> void CTStr<T>::reset(const T* s, uint64 n) {
+    if (!s) {
+        m_a.clear();
+        return;
+    }
+    assignText(s, checkedSize(n));
+}
+
+template <class T> void CTStr<T>::reset(const char* s) {
+    if constexpr (std::is_same<T, char>::value) {
+        if (!s) {
+            m_a.clear();
+            return;
+        }
+        assignText(s, uint32_t(std::strlen(s)));
+    } else {
+        convertUtf8(*this, s);
+    }
+}
+
+template <class T> void CTStr<T>::reset(const wchar_t* s) {
+    if constexpr (std::is_same<T, wchar_t>::value) {
+        if (!s) {
+            m_a.clear();
+            return;
+        }
+        assignText(s, uint32_t(std::wcslen(s)));
+    } else {
+        convertUtf8(*this, s);
+    }
+}
+
+namespace {
+template <class T> void appendSame(TVector<T>& a, int len, const T* s) {
+    int n = textLength(s);
+    if (!n)
+        return;
+    const T* begin = a.data();
+    if (begin && s >= begin && s < begin + a.capacity()) {
+        std::basic_string<T> copy(s, size_t(n)); // the block may move while growing
+        appendSame(a, len, copy.c_str());
+        return;
+    }
+    a.resize(uint32_t(len) + uint32_t(n) + 1);
+    std::memcpy(a.data() + len, s, size_t(n) * sizeof(T));
+    a[len + n] = 0;
+}
+} // namespace
+
+template <class T> void CTStr<T>::append(const char* s) {
+    if constexpr (std::is_same<T, char>::value) {
+        appendSame(m_a, length(), s);
+    } else if (s && *s) {
+        CTStr<T> t(s);
+        appendSame(m_a, length(), t.str());
+    }
+}
+
+template <class T> void CTStr<T>::append(const wchar_t* s) {
+    if constexpr (std::is_same<T, wchar_t>::value) {
+        appendSame(m_a, length(), s);
+    } else if (s && *s) {
+        CTStr<T> t(s);
+        appendSame(m_a, length(), t.str());
+    }
+}
+
+template <class T> void CTStr<T>::dropLabelLine() {
+    int n = length();
+    for (int i = 1; i < n; ++i) {
+        if (m_a[i] == T('\n')) {
+            deleteSubStr(0, i);
+            return;
+        }
+    }
+}
+
+template <class T> CTStr<T>& CTStr<T>::load(int id) {
+    reset(stringTableText(id));
+    return *this;
+}
+template <class T> CTStr<T>& CTStr<T>::loadLabelOnly(int id) {
+    load(id);
+    dropLabelLine();
+    return *this;
+}
+
+template <class T> const T* CTStr<T>::str() const {
+    return m_a.size() && m_a.data() ? m_a.data() : emptyText<T>();
+}
+
+template <class T> T* CTStr<T>::getBuffer(int n) {
+    m_a.resize(uint32_t(n < 0 ? 0 : n));
+    return n > 0 ? m_a.data() : nullptr;
+}
+
+template <class T> void CTStr<T>::reserve(int n) {
+    if (n > 0)
+        m_a.reserve(uint32_t(n));
+}
+
+template <class T> int CTStr<T>::length() const {
+    if (!m_a.size() || !m_a.data())
+        return 0;
+    const T* p = m_a.data();
+    const T* e = p + m_a.size();
+    const T* q = p;
+    while (q < e && *q)
+        ++q;
+    return int(q - p);
+}
+
+template <class T> T& CTStr<T>::add() {
+    int n = length();
+    m_a.resize(uint32_t(n) + 2);
+    m_a[n + 1] = 0;
+    return m_a[n];
+}
+
+template <class T> int CTStr<T>::findSubStr(const T* s) const {
+    return findSub(str(), length(), s);
+}
+
+template <class T> void CTStr<T>::deleteSubStr(int first, int last) {
+    int n = length();
+    if (n == 0 || first < 0 || first >= n)
+        return;
+    if (last == -1) {
+        m_a[first] = 0;
+        return;
+    }
+    if (last < first)
+        return;
+    if (last >= n)
+        last = n - 1;
+    int removed = last - first + 1;
+    std::memmove(m_a.data() + first, m_a.data() + last + 1, size_t(n - last) * sizeof(T));
+    m_a.resize(uint32_t(n - removed + 1));
+}
+
+template <class T> int CTStr<T>::insertStr(int i, const T* s) {
+    int k = textLength(s);
+    if (k == 0)
+        return 0;
+    int n = length();
+    if (n == 0) {
+        reset(s);
+        return k;
+    }
+    std::basic_string<T> copy(s, size_t(k)); // s may live in this string
+    int pos = i < 0 ? 0 : (i > n ? n : i);
+    m_a.resize(uint32_t(n + k + 1));
+    T* p = m_a.data();
+    std::memmove(p + pos + k, p + pos, size_t(n - pos) * sizeof(T));
+    std::memcpy(p + pos, copy.data(), size_t(k) * sizeof(T));
+    p[n + k] = 0;
+    return k;
+}
+
+template <class T> void CTStr<T>::deleteChars(const TAc<T>& set) {
+    int n = length();
+    if (!n || set.empty())
+        return;
+    // Removing from the end to the start keeps the order of the survivors, which is
+    // what one compacting pass produces as well.
+    T* p = m_a.data();
+    int w = 0;
+    for (int r = 0; r < n; ++r) {
+        bool drop = false;
+        for (uint32_t j = 0; j < set.size(); ++j) {
+            if (set[j] == p[r] && set[j] != 0) {
+                drop = true;
+                break;
+            }
+        }
+        if (!drop)
+            p[w++] = p[r];
+    }
+    p[w] = 0;
+    m_a.resize(uint32_t(w + 1));
+}
+
+template <class T> void CTStr<T>::replace(T from, T to) {
+    int n = length();
+    for (int i = 0; i < n; ++i)
+        if (m_a[i] == from)
+            m_a[i] = to;
+}
+
+namespace {
+char lowerChar(char c) { return char(std::tolower((unsigned char)c)); }
+char upperChar(char c) { return char(std::toupper((unsigned char)c)); }
+wchar_t lowerChar(wchar_t c) { return wchar_t(std::towlower(wint_t(c))); }
+wchar_t upperChar(wchar_t c) { return wchar_t(std::towupper(wint_t(c))); }
+} // namespace
+
+template <class T> CTStr<T>& CTStr<T>::lowercase() {
+    int n = length();
+    for (int i = 0; i < n; ++i)
+        m_a[i] = lowerChar(m_a[i]);
+    return *this;
+}
+
+template <class T> CTStr<T>& CTStr<T>::uppercase() {
+    int n = length();
+    for (int i = 0; i < n; ++i)
+        m_a[i] = upperChar(m_a[i]);
+    return *this;
+}
+
+template <class T> void CTStr<T>::trimEndSpaces() {
+    trimEndSpaces(true);
+    trimEndSpaces(false);
+}
+
+template <class T> void CTStr<T>::trimEndSpaces(bool atEnd) {
+    int n = length();
+    if (!n)
+        return;
+    T* p = m_a.data();
+    if (atEnd) {
+        int e = n;
+        while (e > 0 && isWhite(p[e - 1]))
+            --e;
+        p[e] = 0;
+        m_a.resize(uint32_t(e + 1));
+        return;
+    }
+    int b = 0;
+    while (b < n && isWhite(p[b]))
+        ++b;
+    if (b) {
+        std::memmove(p, p + b, size_t(n - b + 1) * sizeof(T));
+        m_a.resize(uint32_t(n - b + 1));
+    }
+}
+
+template <class T> int CTStr<T>::compare(const T* s) const {
+    const T* a = str();
+    const T* b = s ? s : emptyText<T>();
+    using U = typename std::make_unsigned<T>::type;
+    for (;; ++a, ++b) {
+        U x = U(*a), y = U(*b);
+        if (x != y)
+            return x < y ? -1 : 1;
+        if (!x)
+            return 0;
+    }
+}
+
+template <class T> const T* CTStr<T>::vcformat(const T* fmt, va_list args) {
+    m_a.clear();
+    if (!fmt)
+        return str();
+    int n = printCount(fmt, args);
+    if (n <= 0)
+        return str();
+    m_a.resize(uint32_t(n) + 1);
+    va_list copy;
+    va_copy(copy, args);
+    int w = printInto(m_a.data(), size_t(n) + 1, fmt, copy);
+    va_end(copy);
+    if (w < 0)
+        m_a.clear();
+    return str();
+}
+
+template <class T> const T* CTStr<T>::cformat(const T* fmt, ...) {
+    va_list args;
+    va_start(args, fmt);
+    vcformat(fmt, args);
+    va_end(args);
+    return str();
+}
+
+template <class T> const T* CTStr<T>::vcformat(int id, va_list args) {
+    CTStr<T> fmt(stringTableText(id));
+    return vcformat(fmt.empty() ? nullptr : fmt.str(), args);
+}
+
+template <class T> const T* CTStr<T>::cformat(int id, ...) {
+    va_list args;
+    va_start(args, id);
+    vcformat(id, args);
+    va_end(args);
+    return str();
+}
+
+template <class T> const T* CTStr<T>::format(const CFormat& a1) {
+    sprintf_s(*this, a1, false);
+    return str();
+}
+template <class T> const T* CTStr<T>::format(const CFormat& a1, const CFormat& a2) {
+    sprintf_s(*this, a1, a2, false);
+    return str();
+}
+template <class T>
+const T* CTStr<T>::format(const CFormat& a1, const CFormat& a2, const CFormat& a3) {
+    sprintf_s(*this, a1, a2, a3, false);
+    return str();
+}
+template <class T>
+const T* CTStr<T>::format(const CFormat& a1, const CFormat& a2, const CFormat& a3,
+                          const CFormat& a4) {
+    sprintf_s(*this, a1, a2, a3, a4, false);
+    return str();
+}
+template <class T>
+const T* CTStr<T>::format(const CFormat& a1, const CFormat& a2, const CFormat& a3,
+                          const CFormat& a4, const CFormat& a5) {
+    sprintf_s(*this, a1, a2, a3, a4, a5, false);
+    return str();
+}
+template <class T>
+const T* CTStr<T>::format(const CFormat& a1, const CFormat& a2, const CFormat& a3,
+                          const CFormat& a4, const CFormat& a5, const CFormat& a6) {
+    sprintf_s(*this, a1, a2, a3, a4, a5, a6, false);
+    return str();
+}
+template <class T>
+const T* CTStr<T>::format(const CFormat& a1, const CFormat& a2, const CFormat& a3,
+                          const CFormat& a4, const CFormat& a5, const CFormat& a6,
+                          const CFormat& a7) {
+    sprintf_s(*this, a1, a2, a3, a4, a5, a6, a7, false);
+    return str();
+}
+
+template <class T> CTStr<T>& CTStr<T>::operator<<(const CFormat& f) {
+    sprintf_s(*this, f, true);
+    return *this;
+}
+
+template <class T> CTStr<T>& CTStr<T>::operator<<(EStreamCmd cmd) {
+    if (cmd == eClear)
+        m_a.clear();
+    return *this;
+}
+
+template class CTStr<char>;
+template class CTStr<wchar_t>;
+
+} // namespace vq

@@ -1,0 +1,191 @@
+// vqk/text/vector.h
+//
+// TVector<T> is the growable array behind the string class and every array of the
+// library. It is meant for trivially copyable elements: growth moves them with memcpy.
+//
+// The capacity is kept signed so that one field tells both the room and who owns it:
+// negative means an owned heap block, positive a borrowed block (an inline buffer or
+// the caller's) that is never freed and never written past. Growth of an owned block
+// adds a quarter of the old capacity above 2047 elements, a half above 4, else 4;
+// a borrowed block is left in place and replaced by a heap block of old capacity plus
+// the request. The array never shrinks.
+//
+//   char buf[64];
+//   vq::TVector<char> v(buf, 64);   // fills buf until more than 64 are needed
+//   v.push_back('x');
+//
+// TVectorC<T> is the array of class objects (strings, records with owners) used where
+// elements need construction and destruction.
+#pragma once
+
+#include "vqk/config.h"
+
+#include <cstdint>
+#include <cstring>
+#include <new>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace vq {
+
+template <class T> class TVector {
+    static_assert(std::is_trivially_copyable<T>::value, "TVector holds trivially copyable elements");
+
+public:
+    TVector() = default;
+    // Borrows the caller's block of `capacity` elements; it is never freed.
+    TVector(T* block, int capacity) : m_data(block), m_size(0), m_capacity(capacity) {}
+    TVector(const TVector& o) { assign(o.m_data, o.m_size); }
+    TVector(TVector&& o) noexcept { take(o); }
+    TVector& operator=(const TVector& o) {
+        if (this != &o) {
+            m_size = 0;
+            assign(o.m_data, o.m_size);
+        }
+        return *this;
+    }
+    TVector& operator=(TVector&& o) noexcept {
+        if (this != &o) {
+            release();
+            take(o);
+        }
+        return *this;
+    }
+    virtual ~TVector() { release(); }
+
+    // Makes room for at least n elements; the elements in use are kept.
+    virtual void grow(uint32_t n) {
+        if (n <= capacity())
+            return;
+        if (m_capacity > 0) {
+            uint32_t cap = uint32_t(m_capacity) + n;
+            T* p = allocate(cap);
+            if (m_size)
+                std::memcpy(static_cast<void*>(p), m_data, m_size * sizeof(T));
+            m_data = p;
+            m_capacity = -int32_t(cap);
+            return;
+        }
+        uint32_t c = uint32_t(-int64_t(m_capacity));
+        uint32_t extra = c > 2047 ? c / 4 : (c > 4 ? c / 2 : 4);
+        uint32_t cap = n + extra;
+        T* p = allocate(cap);
+        if (m_size)
+            std::memcpy(static_cast<void*>(p), m_data, m_size * sizeof(T));
+        ::operator delete(m_data);
+        m_data = p;
+        m_capacity = -int32_t(cap);
+    }
+
+    // Points the array at a borrowed block, dropping an owned one.
+    void borrow(T* block, int capacity) {
+        release();
+        m_data = block;
+        m_size = 0;
+        m_capacity = capacity;
+    }
+
+    T* data() { return m_data; }
+    const T* data() const { return m_data; }
+    uint32_t size() const { return m_size; }
+    uint32_t capacity() const {
+        return m_capacity < 0 ? uint32_t(-int64_t(m_capacity)) : uint32_t(m_capacity);
+    }
+    int32_t signedCapacity() const { return m_capacity; }
+    bool owned() const { return m_capacity < 0; }
+    bool empty() const { return m_size == 0; }
+
+    T& operator[](int64_t i) { return m_data[i]; }
+    const T& operator[](int64_t i) const { return m_data[i]; }
+    T* begin() { return m_data; }
+    T* end() { return m_data + m_size; }
+    const T* begin() const { return m_data; }
+    const T* end() const { return m_data + m_size; }
+    T& back() { return m_data[m_size - 1]; }
+
+    // Sets the number of elements in use, growing when needed; new elements are not
+    // initialised.
+    void resize(uint32_t n) {
+        if (n > capacity())
+            grow(n);
+        m_size = n;
+    }
+    void reserve(uint32_t n) { grow(n); }
+    void clear() { m_size = 0; }
+    void push_back(const T& v) {
+        if (m_size + 1 > capacity()) {
+            T copy = v; // v may live inside the block being replaced
+            grow(m_size + 1);
+            m_data[m_size++] = copy;
+            return;
+        }
+        m_data[m_size++] = v;
+    }
+    void append(const T* p, uint32_t n) {
+        if (!n)
+            return;
+        if (m_size + n > capacity())
+            grow(m_size + n);
+        std::memmove(static_cast<void*>(m_data + m_size), p, n * sizeof(T));
+        m_size += n;
+    }
+    void assign(const T* p, uint32_t n) {
+        m_size = 0;
+        append(p, n);
+    }
+
+private:
+    static T* allocate(uint32_t n) { return static_cast<T*>(::operator new(size_t(n) * sizeof(T))); }
+    void release() {
+        if (m_capacity < 0)
+            ::operator delete(m_data);
+        m_data = nullptr;
+        m_size = 0;
+        m_capacity = 0;
+    }
+    void take(TVector& o) {
+        if (o.m_capacity > 0) { // a borrowed block stays with its owner: copy
+            m_data = nullptr;
+            m_size = 0;
+            m_capacity = 0;
+            assign(o.m_data, o.m_size);
+            return;
+        }
+        m_data = o.m_data;
+        m_size = o.m_size;
+        m_capacity = o.m_capacity;
+        o.m_data = nullptr;
+        o.m_size = 0;
+        o.m_capacity = 0;
+    }
+
+    T* m_data = nullptr;
+    uint32_t m_size = 0;
+    int32_t m_capacity = 0;
+};
+
+// The character array given to CTStr::deleteChars.
+template <class T> using TAc = TVector<T>;
+
+template <class T> class TVectorC {
+public:
+    uint32_t size() const { return uint32_t(m_items.size()); }
+    bool empty() const { return m_items.empty(); }
+    T& operator[](int64_t i) { return m_items[size_t(i)]; }
+    const T& operator[](int64_t i) const { return m_items[size_t(i)]; }
+    T& add() { return m_items.emplace_back(); }
+    void push_back(const T& v) { m_items.push_back(v); }
+    void push_back(T&& v) { m_items.push_back(std::move(v)); }
+    void clear() { m_items.clear(); }
+    void resize(uint32_t n) { m_items.resize(n); }
+    T* begin() { return m_items.data(); }
+    T* end() { return m_items.data() + m_items.size(); }
+    const T* begin() const { return m_items.data(); }
+    const T* end() const { return m_items.data() + m_items.size(); }
+
+private:
+    std::vector<T> m_items;
+};
+
+} // namespace vq
