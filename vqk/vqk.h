@@ -5,10 +5,33 @@
 #pragma once
 
 #include "vqk/config.h"
+
+// -- text
 #include "vqk/text/codepage.h"
 #include "vqk/text/convert.h"
 #include "vqk/text/format.h"
 #include "vqk/text/str.h"
+#include "vqk/text/str_format.h"
 #include "vqk/text/string_table.h"
+#include "vqk/text/text_utils.h"
 #include "vqk/text/utf8.h"
 #include "vqk/text/vector.h"
+
+// -- files: paths
+#include "vqk/files/file_path.h"
+
+// -- files and xml: output
+#include "vqk/files/out_file.h"
+#include "vqk/xml/xml_out.h"
+
+// -- xml: tokenizer
+#include "vqk/xml/xin.h"
+
+// -- xml: reader
+#include "vqk/xml/xml_in.h"
+
+// -- diagnostics
+#include "vqk/diagnostics/log_workflow.h"
+
+// -- jobs
+#include "vqk/jobs/job.h"

@@ -1,0 +1,2 @@
+// vqk/diagnostics/log_workflow.h (being written)
+#pragma once

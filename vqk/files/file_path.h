@@ -1,0 +1,2 @@
+// vqk/files/file_path.h (being written)
+#pragma once

@@ -1,0 +1,2 @@
+// vqk/files/out_file.h (being written)
+#pragma once

@@ -1,0 +1,2 @@
+// vqk/jobs/job.h (being written)
+#pragma once

@@ -1,0 +1,2 @@
+// vqk/text/str_format.h (being written)
+#pragma once

@@ -1,0 +1,2 @@
+// vqk/text/text_utils.h (being written)
+#pragma once

@@ -1,0 +1,2 @@
+// vqk/xml/xin.h (being written)
+#pragma once

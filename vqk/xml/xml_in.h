@@ -1,0 +1,2 @@
+// vqk/xml/xml_in.h (being written)
+#pragma once

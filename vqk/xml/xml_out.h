@@ -1,0 +1,2 @@
+// vqk/xml/xml_out.h (being written)
+#pragma once
