@@ -80,7 +80,10 @@ template <class T> CTStr<T>::CTStr(const other_t* s) { convertUtf8(*this, s); }
 template <class T> CTStr<T>::CTStr(const CTStr<other_t>& s) {
     convertUtf8(*this, s.str());
 }
-template <class T> CTStr<T>::CTStr(const CTStr& s) { assignText(s.str(), uint32_t(s.length())); }
+template <class T> CTStr<T>::CTStr(const CTStr& s) {
+    if (s.m_a.size()) // a copy of a never-filled string allocates nothing
+        assignText(s.str(), uint32_t(s.length()));
+}
 template <class T> CTStr<T>::CTStr(CTStr&& s) noexcept : m_a(std::move(s.m_a)) {}
 template <class T> CTStr<T>::CTStr(const T* s, int from, int to) { reset(s, from, to); }
 template <class T> CTStr<T>::CTStr(int n, T c) { reset(uint64(n < 0 ? 0 : n), c); }
@@ -96,8 +99,12 @@ template <class T> CTStr<T>& CTStr<T>::operator=(const T* s) {
     return *this;
 }
 template <class T> CTStr<T>& CTStr<T>::operator=(const CTStr& s) {
-    if (this != &s)
+    if (this == &s)
+        return *this;
+    if (s.m_a.size())
         assignText(s.str(), uint32_t(s.length()));
+    else
+        m_a.clear();
     return *this;
 }
 template <class T> CTStr<T>& CTStr<T>::operator=(CTStr&& s) noexcept {

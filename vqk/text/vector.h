@@ -59,7 +59,7 @@ public:
         if (n <= capacity())
             return;
         if (m_capacity > 0) {
-            uint32_t cap = uint32_t(m_capacity) + n;
+            uint32_t cap = checkedCapacity(uint64_t(m_capacity) + n);
             T* p = allocate(cap);
             if (m_size)
                 std::memcpy(static_cast<void*>(p), m_data, m_size * sizeof(T));
@@ -69,7 +69,7 @@ public:
         }
         uint32_t c = uint32_t(-int64_t(m_capacity));
         uint32_t extra = c > 2047 ? c / 4 : (c > 4 ? c / 2 : 4);
-        uint32_t cap = n + extra;
+        uint32_t cap = checkedCapacity(uint64_t(n) + extra);
         T* p = allocate(cap);
         if (m_size)
             std::memcpy(static_cast<void*>(p), m_data, m_size * sizeof(T));
@@ -136,6 +136,12 @@ public:
     }
 
 private:
+    // The capacity is a signed 32-bit count: a larger block cannot be described.
+    static uint32_t checkedCapacity(uint64_t n) {
+        if (n > uint64_t(INT32_MAX))
+            throw std::bad_alloc();
+        return uint32_t(n);
+    }
     static T* allocate(uint32_t n) { return static_cast<T*>(::operator new(size_t(n) * sizeof(T))); }
     void release() {
         if (m_capacity < 0)
