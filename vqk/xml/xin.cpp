@@ -1,0 +1,463 @@
+// vqk/xml/xin.cpp
+//
+// The tokenizer reads the stream one byte at a time through the stream's own buffer
+// without taking the stream's lock: a stream handed to a tokenizer belongs to that one
+// reader, and the locked read costs more than the rest of the tokenizer together once
+// the process has started a thread (the OpenMP runtime does).
+#include "vqk/xml/xin.h"
+
+#include "vqk/text/format.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdarg>
+#include <cstdlib>
+#include <cstring>
+
+const char* const apXinErrEof = "XML error: unexpected end of file";
+const char* const apXinErrTag = "XML error: invalid tag";
+const char* const apXinErrAttributes = "XML error: invalid tag attributes";
+const char* const apXinErrTagEnd = "XML error: invalid tag end";
+
+namespace {
+
+#if defined(_WIN32)
+inline int nextByte(FILE* f) { return _fgetc_nolock(f); }
+#else
+inline int nextByte(FILE* f) { return getc_unlocked(f); }
+#endif
+
+constexpr uint32_t kInitialBuffer = 1024;
+// A construct longer than this is taken for a broken file rather than grown into.
+constexpr uint32_t kMaxConstruct = 1u << 30;
+
+inline bool isBlank(char c) { return static_cast<unsigned char>(c) <= 32; }
+
+inline bool isAttrNameByte(char c) {
+    unsigned char u = static_cast<unsigned char>(c);
+    return u >= 65 || (u >= '0' && u <= '9') || u == ':';
+}
+
+inline char lowered(char c) { return char(std::tolower(static_cast<unsigned char>(c))); }
+
+// Decodes &amp; &lt; &gt; &quot; in place; any other '&' stays as it stands.
+void decodeEntities(char* v) {
+    char* r = std::strchr(v, '&');
+    if (!r)
+        return;
+    char* w = r;
+    while (*r) {
+        if (*r == '&') {
+            static const struct {
+                const char* text;
+                size_t length;
+                char c;
+            } entities[] = {{"&amp;", 5, '&'}, {"&lt;", 4, '<'}, {"&gt;", 4, '>'}, {"&quot;", 6, '"'}};
+            bool decoded = false;
+            for (const auto& e : entities) {
+                if (std::strncmp(r, e.text, e.length) == 0) {
+                    *w++ = e.c;
+                    r += e.length;
+                    decoded = true;
+                    break;
+                }
+            }
+            if (decoded)
+                continue;
+        }
+        *w++ = *r++;
+    }
+    *w = 0;
+}
+
+} // namespace
+
+ApXin::ApXin() {
+    m_buf.reserve(kInitialBuffer);
+    m_buf[0] = 0;
+    m_tag = m_buf.data();
+}
+
+ApXin::ApXin(FILE* file) : ApXin() { m_file = file; }
+
+ApXin::~ApXin() = default;
+
+void ApXin::init(FILE* file) {
+    m_file = file;
+    m_buf.reserve(kInitialBuffer);
+    m_buf[0] = 0;
+    m_tag = m_buf.data();
+    m_attrs.clear();
+    m_type = eXmlTagStart;
+    m_hold = false;
+}
+
+// Reads up to the next '<', then the construct's bytes up to the next '>' into the tag
+// buffer from `offset` on, NUL-terminated; `length` counts the bytes stored. Whatever
+// happens, the buffer holds a terminated text from `offset` on afterwards.
+const char* ApXin::readConstruct(uint32_t offset, uint32_t& length) {
+    length = 0;
+    FILE* f = m_file;
+    if (!f) {
+        m_buf[offset] = 0;
+        return apXinErrEof;
+    }
+    int c;
+    do {
+        c = nextByte(f);
+        if (c == EOF) {
+            m_buf[offset] = 0;
+            return apXinErrEof;
+        }
+    } while (c != '<');
+
+    char* base = m_buf.data();
+    char* p = base + offset;
+    char* limit = base + m_buf.capacity() - 1; // the last byte is kept for the NUL
+    for (;;) {
+        c = nextByte(f);
+        if (c == '>')
+            break;
+        if (c == EOF) {
+            *p = 0;
+            length = uint32_t(p - (base + offset));
+            return apXinErrTag;
+        }
+        if (p == limit) {
+            uint32_t used = uint32_t(p - base);
+            if (used >= kMaxConstruct) {
+                *p = 0;
+                length = used - offset;
+                return apXinErrTag;
+            }
+            m_buf.resize(used);
+            m_buf.grow(m_buf.capacity() + 1);
+            base = m_buf.data();
+            p = base + used;
+            limit = base + m_buf.capacity() - 1;
+        }
+        *p++ = char(c);
+    }
+    *p = 0;
+    length = uint32_t(p - (base + offset));
+    return nullptr;
+}
+
+const char* ApXin::_readBegHeader(int header) {
+    if (m_hold) {
+        m_hold = false;
+        return nullptr;
+    }
+    m_attrs.clear();
+    bool headerConstruct = false;
+    for (;;) {
+        uint32_t length = 0;
+        const char* err = readConstruct(0, length);
+        m_tag = m_buf.data();
+        if (err)
+            return err;
+        char first = m_buf[0];
+        if (first != '!' && first != '?')
+            break;
+        if (header) {
+            headerConstruct = true;
+            break;
+        }
+    }
+    const char* err = cutTag(header);
+    if (!err && headerConstruct)
+        m_type = eXmlTagEmpty;
+    return err;
+}
+
+// Cuts the construct in the tag buffer into name and attributes.
+const char* ApXin::cutTag(int header) {
+    char* p = m_buf.data();
+    if (*p == '/') {
+        m_type = eXmlTagEnd;
+        ++p;
+    } else {
+        m_type = eXmlTagStart;
+    }
+    m_tag = p;
+    while (!isBlank(*p) && *p != '/')
+        ++p;
+    char* nameEnd = p;
+    if (!*p)
+        return nullptr;
+    if (m_type == eXmlTagEnd)
+        return apXinErrTag;
+
+    bool closed = false;
+    for (;;) {
+        while (*p && isBlank(*p))
+            ++p;
+        if (!*p)
+            break;
+        if (*p == '/' || (header && *p == '?')) {
+            closed = true;
+            ++p;
+            break;
+        }
+        char* name = p;
+        while (isAttrNameByte(*p))
+            ++p;
+        char* end = p;
+        if (*p != '=') {
+            if (!*p || !isBlank(*p))
+                return apXinErrAttributes;
+            *end = 0;
+            ++p;
+            while (*p && isBlank(*p))
+                ++p;
+            if (*p != '=')
+                return apXinErrAttributes;
+        }
+        *end = 0;
+        ++p;
+        while (*p && isBlank(*p))
+            ++p;
+        char quote = *p;
+        if (quote != '"' && quote != '\'')
+            return apXinErrAttributes;
+        char* value = ++p;
+        char* close = std::strchr(value, quote);
+        if (!close)
+            return apXinErrAttributes;
+        *close = 0;
+        p = close + 1;
+        m_attrs.push_back(SAttr{name, value});
+    }
+    if (closed) {
+        if (*p)
+            return apXinErrAttributes;
+        m_type = eXmlTagEmpty;
+    }
+    if (m_smallFirstLetter)
+        makeSmallFirstLetterAttrName();
+    for (SAttr& a : m_attrs)
+        decodeEntities(a.value);
+    *nameEnd = 0;
+    return nullptr;
+}
+
+const char* ApXin::_readEnd(const char* name) {
+    if ((m_type == eXmlTagEnd || m_type == eXmlTagEmpty) && isTag(name)) {
+        m_hold = false;
+        return nullptr;
+    }
+    if (const char* err = _readBegHeader(0))
+        return err;
+    if ((name && std::strcmp(m_tag, name) != 0) || m_type != eXmlTagEnd)
+        return apXinErrTagEnd;
+    return nullptr;
+}
+
+// The raw constructs are read into the tag buffer behind the element's name, which
+// therefore stays where it is and needs no copy of its own.
+const char* ApXin::_skip() {
+    if (m_type != eXmlTagStart)
+        return nullptr;
+    m_attrs.clear();
+    const uint32_t nameOffset = uint32_t(m_tag - m_buf.data());
+    const uint32_t nameLength = uint32_t(std::strlen(m_tag));
+    const uint32_t work = nameOffset + nameLength + 1;
+    int depth = 0;
+    for (;;) {
+        uint32_t length = 0;
+        const char* err = readConstruct(work, length);
+        m_tag = m_buf.data() + nameOffset;
+        if (err)
+            return err;
+        const char* text = m_buf.data() + work;
+        const bool closing = *text == '/';
+        if (closing) {
+            ++text;
+            --length;
+        }
+        if (length == nameLength && std::memcmp(text, m_tag, nameLength) == 0) {
+            if (!closing)
+                ++depth;
+            else if (depth == 0)
+                break;
+            else
+                --depth;
+        }
+    }
+    m_type = eXmlTagEnd;
+    return nullptr;
+}
+
+bool ApXin::isTag(const char* name) const { return name && std::strcmp(m_tag, name) == 0; }
+
+bool ApXin::nameEquals(const char* attrName, const char* name) const {
+    if (!name)
+        return false;
+    if (!m_smallFirstLetter || !*name)
+        return std::strcmp(attrName, name) == 0;
+    return attrName[0] == lowered(name[0]) && std::strcmp(attrName + 1, name + 1) == 0;
+}
+
+ApXin::SAttr* ApXin::findAttr(const char* name) {
+    for (SAttr& a : m_attrs)
+        if (nameEquals(a.name, name))
+            return &a;
+    return nullptr;
+}
+
+const ApXin::SAttr* ApXin::findAttr(const char* name) const { return const_cast<ApXin*>(this)->findAttr(name); }
+
+bool ApXin::isAttrName(int index, const char* name) const {
+    if (index < 0 || uint32_t(index) >= m_attrs.size())
+        return false;
+    return nameEquals(m_attrs[index].name, name);
+}
+
+int ApXin::attrI1(const char* name, int def) const {
+    const SAttr* a = findAttr(name);
+    return a ? std::atoi(a->value) : def;
+}
+
+bool ApXin::attrB1(const char* name, bool def) const {
+    const SAttr* a = findAttr(name);
+    return a ? std::atoi(a->value) != 0 : def;
+}
+
+double ApXin::attrD1(const char* name, double def) const {
+    const SAttr* a = findAttr(name);
+    return a ? std::atof(a->value) : def;
+}
+
+const char* ApXin::attrS1(const char* name, const char* def) const {
+    const SAttr* a = findAttr(name);
+    return a ? a->value : def;
+}
+
+vq::uint64 ApXin::attrID1(const char* name, vq::uint64 def) const {
+    const SAttr* a = findAttr(name);
+    if (!a)
+        return def;
+    unsigned long long v = 0;
+    std::sscanf(a->value, vq::formatScanfID1(), &v);
+    return v;
+}
+
+void ApXin::attrI3(const char* name, int* out, const int* def) const {
+    const SAttr* a = findAttr(name);
+    int v[3];
+    if (a && std::sscanf(a->value, "%d %d %d", &v[0], &v[1], &v[2]) == 3) {
+        std::memcpy(out, v, sizeof v);
+    } else if (def) {
+        std::memmove(out, def, sizeof v);
+    }
+}
+
+int ApXin::attrScan(const char* name, const char* format, void* target) const {
+    const SAttr* a = findAttr(name);
+    return a ? std::sscanf(a->value, format, target) : 0;
+}
+
+int ApXin::scanf(const char* format, ...) {
+    if (!m_file)
+        return EOF;
+    va_list args;
+    va_start(args, format);
+    int r = std::vfscanf(m_file, format, args);
+    va_end(args);
+    return r;
+}
+
+namespace {
+
+template <class T> int readValues(FILE* f, const char* format, T* target, int n) {
+    if (!f || !target)
+        return 0;
+    for (int i = 0; i < n; ++i)
+        if (std::fscanf(f, format, target + i) != 1)
+            return i;
+    return n < 0 ? 0 : n;
+}
+
+} // namespace
+
+int ApXin::readI1(int* target, int n) { return readValues(m_file, "%d", target, n); }
+int ApXin::readD1(double* target, int n) { return readValues(m_file, "%lf", target, n); }
+int ApXin::readID1(vq::uint64* target, int n) {
+    static_assert(sizeof(vq::uint64) == sizeof(unsigned long long), "the 64-bit conversion");
+    return readValues(m_file, vq::formatScanfID1(), reinterpret_cast<unsigned long long*>(target), n);
+}
+
+void ApXin::setSmallFirstLetterAttrName(bool on) {
+    m_smallFirstLetter = on;
+    if (on)
+        makeSmallFirstLetterAttrName();
+}
+
+void ApXin::makeSmallFirstLetterAttrName() {
+    for (SAttr& a : m_attrs)
+        if (a.name[0])
+            a.name[0] = lowered(a.name[0]);
+}
+
+const char* ApXin_beg(ApXin& x) { return x._readBeg(); }
+const char* ApXin_begHeader(ApXin& x, int header) { return x._readBegHeader(header); }
+const char* ApXin_end(ApXin& x, const char* name) { return x._readEnd(name); }
+const char* ApXin_skip(ApXin& x) { return x._skip(); }
+bool ApXin_isTag(const ApXin& x, const char* name) { return x.isTag(name); }
+int ApXin_attr(const ApXin& x, const char* name, const char* format, void* target) {
+    return x.attrScan(name, format, target);
+}
+int ApXin_int(const ApXin& x, const char* name, int def) { return x.attrI1(name, def); }
+bool ApXin_bool(const ApXin& x, const char* name, bool def) { return x.attrB1(name, def); }
+double ApXin_dec(const ApXin& x, const char* name, double def) { return x.attrD1(name, def); }
+const char* ApXin_str(const ApXin& x, const char* name, const char* def) { return x.attrS1(name, def); }
+vq::uint64 ApXin_ID1(const ApXin& x, const char* name, vq::uint64 def) { return x.attrID1(name, def); }
+void ApXin_attrI3(const ApXin& x, const char* name, int* out, const int* def) { x.attrI3(name, out, def); }
+int ApXin_I1(ApXin& x, int* target, int n) { return x.readI1(target, n); }
+int ApXin_D1(ApXin& x, double* target, int n) { return x.readD1(target, n); }
+int ApXin_ID1Ar(ApXin& x, vq::uint64* target, int n) { return x.readID1(target, n); }
+
+namespace {
+
+// The counted items of an array element; `readItem` converts one item from the stream.
+template <class T, class ReadItem>
+const char* readArray(ApXin& x, const char* name, vq::TVector<T>& v, ReadItem readItem) {
+    v.clear();
+    if (const char* err = x._readBeg())
+        return err;
+    const ApXin::SAttr* count = x.findAttr("n");
+    if (!count)
+        count = x.findAttr("N");
+    if (!count)
+        count = x.findAttr("Number");
+    const int n = count ? std::atoi(count->value) : 0;
+    if (x.isTagStart() && n > 0) {
+        // A count larger than the text is not trusted with the whole block up front.
+        v.reserve(uint32_t(std::min(n, 1 << 16)));
+        for (int i = 0; i < n; ++i) {
+            T item;
+            if (!readItem(x.m_file, item))
+                break;
+            v.push_back(item);
+        }
+    }
+    return x._readEnd(name);
+}
+
+} // namespace
+
+const char* apXmlReadI1Ex(ApXin& x, const char* name, vq::TVector<int>& v) {
+    return readArray(x, name, v, [](FILE* f, int& item) { return std::fscanf(f, "%d", &item) == 1; });
+}
+
+const char* apXmlReadI3Ex(ApXin& x, const char* name, vq::TVector<std::array<int, 3>>& v) {
+    return readArray(x, name, v, [](FILE* f, std::array<int, 3>& item) {
+        return std::fscanf(f, "%d %d %d", &item[0], &item[1], &item[2]) == 3;
+    });
+}
+
+const char* apXmlReadD3Ex(ApXin& x, const char* name, vq::TVector<std::array<double, 3>>& v) {
+    return readArray(x, name, v, [](FILE* f, std::array<double, 3>& item) {
+        return std::fscanf(f, "%lf %lf %lf", &item[0], &item[1], &item[2]) == 3;
+    });
+}
