@@ -1,0 +1,419 @@
+// The pull reader: opening files, tag operations, attribute conversions, text, the
+// scoped element reader and the forward searches.
+#include "vqk/xml/xml_in.h"
+
+#include "xml_in_test_support.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstring>
+#include <string>
+
+using vq::CStr;
+using vq::CXmlElemIn;
+using vq::CXmlIn;
+using xml_in_test::ScratchXml;
+using xml_in_test::thrownText;
+
+namespace {
+
+// A reader positioned on the first tag of `doc`.
+struct OnTag {
+    explicit OnTag(const std::string& doc) : file(doc), in(file.c_str()) { in.read(); }
+    ScratchXml file;
+    CXmlIn in;
+};
+
+} // namespace
+
+TEST(XmlInOpen, MissingFileFailsQuietlyOrThrowsFromTheConstructor) {
+    CXmlIn in;
+    EXPECT_FALSE(in.open("/nonexistent/folder/x.xml"));
+    EXPECT_FALSE(in.isOpen());
+    EXPECT_STREQ(in.fileName().str(), "");
+    EXPECT_FALSE(in.open(static_cast<const char*>(nullptr)));
+    EXPECT_FALSE(in.open(L""));
+    EXPECT_EQ(thrownText([] { CXmlIn x("/nonexistent/folder/x.xml"); }), "File is not open");
+    EXPECT_EQ(thrownText([] { CXmlIn x(L"/nonexistent/folder/x.xml"); }), "File is not open");
+    // A folder is no document.
+    EXPECT_FALSE(in.open(xml_in_test::scratchFolder().c_str()));
+}
+
+TEST(XmlInOpen, ReadingWithoutAStreamThrowsInsteadOfTouchingIt) {
+    CXmlIn in;
+    EXPECT_EQ(thrownText([&] { in.read(); }), "File is not open");
+    EXPECT_EQ(thrownText([&] { in.readHeader(); }), "File is not open");
+    EXPECT_EQ(thrownText([&] { in.isNextTag("a"); }), "File is not open");
+    EXPECT_EQ(thrownText([&] { in.readEnd("a"); }), "File is not open");
+    EXPECT_FALSE(in.read2());
+    CStr text("x");
+    in.getText(text, false);
+    EXPECT_STREQ(text.str(), "");
+    char line[8];
+    EXPECT_FALSE(in.gets(line, 8));
+    EXPECT_EQ(in.getI1(-4), -4);
+    EXPECT_FALSE(readElemBeg(in, nullptr));
+}
+
+TEST(XmlInOpen, StoresThePathAndReopensCleanly) {
+    ScratchXml a("<a/>"), b("<b x='1'/>");
+    CXmlIn in(a.c_str());
+    EXPECT_EQ(std::string(in.fileName().str()), a.path());
+    in.read("a");
+    EXPECT_TRUE(in.open(b.c_str()));
+    EXPECT_EQ(std::string(in.fileName().str()), b.path());
+    in.read("b");
+    EXPECT_EQ(in.attrInt("x", 0), 1);
+    in.close();
+    EXPECT_FALSE(in.isOpen());
+    EXPECT_STREQ(in.fileName().str(), "");
+    in.close(); // twice is harmless
+}
+
+TEST(XmlInOpen, WidePathsAreUtf8OnDiskAndLongOnesAreNotStored) {
+    std::string dir = xml_in_test::scratchFolder();
+    std::string narrow = dir + "/xml_in_\xC3\xA9t\xC3\xA9_" + std::to_string(getpid()) + ".xml";
+    std::FILE* f = std::fopen(narrow.c_str(), "w");
+    ASSERT_NE(f, nullptr);
+    std::fputs("<r/>", f);
+    std::fclose(f);
+    vq::CWStr wide(narrow.c_str());
+    {
+        CXmlIn in(wide.str());
+        EXPECT_EQ(std::string(in.fileName().str()), narrow);
+        EXPECT_EQ(std::wcscmp(in.filePath(), wide.str()), 0);
+        in.read("r");
+    }
+    // The same file through a path of more than 260 characters: opened, not stored.
+    std::string longPath = dir;
+    while (longPath.size() < 300)
+        longPath += "/.";
+    longPath += narrow.substr(dir.size());
+    CXmlIn in;
+    EXPECT_TRUE(in.open(longPath.c_str()));
+    EXPECT_STREQ(in.fileName().str(), "");
+    in.read("r");
+    std::remove(narrow.c_str());
+}
+
+TEST(XmlInTags, HeaderIsOptionalAndAPushedBackTagComesOnce) {
+    {
+        ScratchXml doc("<?xml version=\"1.0\" encoding='UTF-8'?>\n<a><b/></a>");
+        CXmlIn in(doc.c_str());
+        EXPECT_TRUE(in.readHeader());
+        EXPECT_STREQ(in.attrStr("encoding", ""), "UTF-8");
+        in.read("a");
+    }
+    ScratchXml doc("<a><b/><c/></a>");
+    CXmlIn in(doc.c_str());
+    EXPECT_FALSE(in.readHeader());
+    in.read("a");
+    EXPECT_TRUE(in.isTagStart());
+    EXPECT_TRUE(in.isNextTag("b"));
+    EXPECT_TRUE(in.isNextTag("b")); // looking twice reads nothing new
+    EXPECT_FALSE(in.isNextTag("c"));
+    in.read("b");
+    EXPECT_TRUE(in.isEmptyElem());
+    CStr next;
+    in.getNextTag(next);
+    EXPECT_STREQ(next.str(), "c");
+    in.read("c");
+    in.readEnd("a");
+    EXPECT_EQ(in.end(), eXmlTagEnd);
+}
+
+TEST(XmlInTags, AnotherNameThrowsOrFailsWithoutPushingBack) {
+    ScratchXml doc("<a><b/><c/><d/></a>");
+    CXmlIn in(doc.c_str());
+    in.read("a");
+    EXPECT_EQ(thrownText([&] { in.read("x"); }), "Unexpected tag");
+    EXPECT_TRUE(in.isTag("b"));
+    EXPECT_FALSE(in.read2("x")); // <c/> is consumed all the same
+    EXPECT_TRUE(in.read2("d"));
+    EXPECT_TRUE(in.read2(nullptr));
+    EXPECT_TRUE(in.isTagEnd());
+    EXPECT_FALSE(in.read2()); // end of file
+    EXPECT_EQ(thrownText([&] { in.read(); }), "XML error: unexpected end of file");
+}
+
+TEST(XmlInTags, SkippingElementsStopsAtOtherTagsAndAtTheEnclosingEnd) {
+    ScratchXml doc("<r><p><p/><q>t</q></p><p x='1'/><p></p><q/><p/></r>");
+    CXmlIn in(doc.c_str());
+    in.read("r");
+    EXPECT_FALSE(in.skipElem("q"));
+    EXPECT_TRUE(in.skipElems("p")); // three p elements, the first with nested content
+    EXPECT_TRUE(in.isNextTag("q"));
+    EXPECT_TRUE(in.skipElems(nullptr)); // q and the last p, not </r>
+    EXPECT_TRUE(in.isNextTag("r"));
+    EXPECT_FALSE(in.skipElem(nullptr));
+    EXPECT_FALSE(in.skipElem("r"));
+    in.readEnd("r");
+}
+
+TEST(XmlInTags, AccessorsOverTheTagInHand) {
+    OnTag t("<point x=\"1\" label=\"a &amp; b &lt;c&gt;\" id='7'/>");
+    CXmlIn& in = t.in;
+    EXPECT_STREQ(in.tagStr(), "point");
+    ASSERT_EQ(in.nAttr(), 3);
+    EXPECT_STREQ(in.attrName(1), "label");
+    EXPECT_STREQ(in.attrVal(1), "a & b <c>");
+    EXPECT_STREQ(in.attrName(3), "");
+    EXPECT_STREQ(in.attrVal(-1), "");
+    CStr s;
+    in.getAttrName(s, 2);
+    EXPECT_STREQ(s.str(), "id");
+    in.getAttrValue(s, 2);
+    EXPECT_STREQ(s.str(), "7");
+    EXPECT_TRUE(in.hasAttr("x"));
+    EXPECT_FALSE(in.hasAttr("y"));
+    EXPECT_FALSE(in.hasAttr(nullptr));
+    char small[5] = "zzzz", fits[6];
+    EXPECT_FALSE(in.getTag(small, 5));
+    EXPECT_STREQ(small, "");
+    EXPECT_TRUE(in.getTag(fits, 6));
+    EXPECT_STREQ(fits, "point");
+    in.getTag(s);
+    EXPECT_STREQ(s.str(), "point");
+    in.getTagAsLine(s);
+    EXPECT_STREQ(s.str(), "<point x=\"1\" label=\"a & b <c>\" id=\"7\"/>");
+    EXPECT_EQ(in.end(), eXmlTagEmpty);
+    in.setReady();
+    in.read("point");
+    EXPECT_EQ(in.nAttr(), 3);
+}
+
+TEST(XmlInAttr, FormattedReadKeepsItsSuccessRule) {
+    OnTag t("<a n=\"12\" e=\"\" w=\"abc\" h=\"0x10\"/>");
+    CXmlIn& in = t.in;
+    const char* p = nullptr;
+    EXPECT_TRUE(in.attr("w", nullptr, &p));
+    EXPECT_STREQ(p, "abc");
+    int v = -1;
+    EXPECT_TRUE(in.attr("n", "%d", &v));
+    EXPECT_EQ(v, 12);
+    EXPECT_TRUE(in.attr("h", "%x", &v));
+    EXPECT_EQ(v, 16);
+    v = -1;
+    EXPECT_TRUE(in.attr("e", "%d", &v, true)); // end of input counts as success
+    EXPECT_EQ(v, -1);
+    EXPECT_FALSE(in.attr("w", "%d", &v));
+    EXPECT_FALSE(in.attr("missing", "%d", &v));
+    EXPECT_EQ(v, -1);
+    EXPECT_EQ(thrownText([&] { in.attr("missing", "%d", &v, true); }), "Missed required attribute");
+    EXPECT_EQ(thrownText([&] { in.attr("w", "%d", &v, true); }), "Missed required attribute");
+}
+
+TEST(XmlInAttr, ScalarsWithDefaultsAndAlternativeNames) {
+    OnTag t("<a n=\"-5\" N=\"6\" Number=\"7\" t=\"true\" f=\"false\" T=\"TRUE\" two=\"2\" "
+            "u=\"4000000000\" d=\"2.5e3\" s=\"text\" id=\"18446744073709551615\" junk=\"x1\"/>");
+    CXmlIn& in = t.in;
+    EXPECT_EQ(in.attrInt("n", 0), -5);
+    EXPECT_EQ(in.attrInt("q", 9), 9);
+    EXPECT_EQ(in.attrInt("q", "N", 9), 6);
+    EXPECT_EQ(in.attrInt("n", "N", 9), -5);
+    EXPECT_EQ(in.attrInt("q", "r", "Number", 9), 7);
+    EXPECT_EQ(in.attrInt("q", "r", "s2", 9), 9);
+    EXPECT_EQ(in.attrInt("junk", 9), 0);
+    EXPECT_TRUE(in.attrBool("t", false));
+    EXPECT_FALSE(in.attrBool("f", true));
+    EXPECT_FALSE(in.attrBool("T", true)); // neither word, and atoi gives 0
+    EXPECT_TRUE(in.attrBool("two", false));
+    EXPECT_TRUE(in.attrBool("missing", true));
+    EXPECT_EQ(in.attrUint("u", 1), 4000000000u);
+    EXPECT_EQ(in.attrUint("missing", 1), 1u);
+    EXPECT_DOUBLE_EQ(in.attrDec("d", 0), 2500.0);
+    EXPECT_FLOAT_EQ(in.attrFloat("d", 0), 2500.0f);
+    EXPECT_FLOAT_EQ(in.attrFloat("missing", 1.5f), 1.5f);
+    EXPECT_STREQ(in.attrStr("s", "def"), "text");
+    EXPECT_STREQ(in.attrStr("missing", "def"), "def");
+    EXPECT_EQ(in.attrID1("id", 3), 18446744073709551615ull);
+    EXPECT_EQ(in.attrID1("missing", 3), 3ull);
+    EXPECT_EQ(in.attrInt(nullptr, 4), 4);
+}
+
+TEST(XmlInAttr, TuplesTakeAllComponentsOrTheDefault) {
+    OnTag t("<a i2=\"3 -4\" i3=\"1 2 3\" b2=\"0 5\" d2=\"0.5 1e2\" d3=\"1 2 3.25\" "
+            "d4=\"1 2 3 4\" short=\"7\" bad=\"1 x 3\"/>");
+    CXmlIn& in = t.in;
+    int i[3] = {0, 0, 0};
+    const int defI[3] = {-1, -2, -3};
+    EXPECT_TRUE(in.attrI2("i2", i, defI));
+    EXPECT_EQ(i[0], 3);
+    EXPECT_EQ(i[1], -4);
+    EXPECT_TRUE(in.attrI3("i3", i, defI));
+    EXPECT_EQ(i[2], 3);
+    EXPECT_FALSE(in.attrI3("short", i, defI));
+    EXPECT_EQ(i[0], -1);
+    EXPECT_EQ(i[2], -3);
+    i[0] = 42;
+    EXPECT_FALSE(in.attrI3("bad", i, nullptr)); // no default: left as it was
+    EXPECT_EQ(i[0], 42);
+    EXPECT_FALSE(in.attrI2("missing", i, i));
+    EXPECT_EQ(i[0], 42);
+    bool b[2] = {true, false};
+    const bool defB[2] = {true, true};
+    EXPECT_TRUE(in.attrB2("b2", b, defB));
+    EXPECT_FALSE(b[0]);
+    EXPECT_TRUE(b[1]);
+    EXPECT_FALSE(in.attrB2("short", b, defB));
+    EXPECT_TRUE(b[0]);
+    double d[4] = {};
+    const double defD[4] = {9, 9, 9, 9};
+    EXPECT_TRUE(in.attrD2("d2", d, defD));
+    EXPECT_DOUBLE_EQ(d[1], 100);
+    EXPECT_TRUE(in.attrD3("d3", d, defD));
+    EXPECT_DOUBLE_EQ(d[2], 3.25);
+    EXPECT_TRUE(in.attrD4("d4", d, defD));
+    EXPECT_DOUBLE_EQ(d[3], 4);
+    EXPECT_FALSE(in.attrD4("d3", d, defD));
+    EXPECT_DOUBLE_EQ(d[0], 9);
+    std::array<double, 2> p2 = in.attrT("d2", std::array<double, 2>{1, 1});
+    EXPECT_DOUBLE_EQ(p2[0], 0.5);
+    std::array<double, 3> p3 = in.attrT("bad", std::array<double, 3>{1, 2, 3});
+    EXPECT_DOUBLE_EQ(p3[1], 2);
+    p3 = in.attrT("d3", std::array<double, 3>{});
+    EXPECT_DOUBLE_EQ(p3[2], 3.25);
+}
+
+TEST(XmlInText, TextIsTakenRawAndTrimmedOnRequest) {
+    ScratchXml doc("<a>  12 \n</a><b>x &amp; y</b><c> \t </c><d>7 8</d>tail");
+    CXmlIn in(doc.c_str());
+    CStr text;
+    in.read("a");
+    in.getText(text, true);
+    EXPECT_STREQ(text.str(), "12");
+    in.readEnd("a");
+    in.read("b");
+    in.getText(text);
+    EXPECT_STREQ(text.str(), "x &amp; y");
+    in.readEnd("b");
+    in.read("c");
+    in.getText(text, true);
+    EXPECT_STREQ(text.str(), "");
+    in.readEnd("c");
+    in.read("d");
+    EXPECT_EQ(in.getI1(0), 7);
+    EXPECT_DOUBLE_EQ(in.getD1(0), 8);
+    EXPECT_EQ(in.getI1(-1), -1); // "</d>" is no number
+    in.readEnd("d");
+    in.getText(text, false);
+    EXPECT_STREQ(text.str(), "tail");
+}
+
+TEST(XmlInText, NumbersAndLinesFromTheStream) {
+    ScratchXml doc("<v>0x1F 010 2.5e1</v>\nline one\nline two");
+    CXmlIn in(doc.c_str());
+    in.read("v");
+    EXPECT_EQ(in.getI1(0), 31); // "%i" takes hexadecimal
+    EXPECT_EQ(in.getI1(0), 8);  // ... and octal
+    EXPECT_DOUBLE_EQ(in.getD1(0), 25);
+    in.readEnd("v");
+    char line[64];
+    ASSERT_TRUE(in.gets(line, sizeof line));
+    EXPECT_STREQ(line, "\n");
+    ASSERT_TRUE(in.gets(line, sizeof line));
+    EXPECT_STREQ(line, "line one\n");
+    ASSERT_TRUE(in.gets(line, 5));
+    EXPECT_STREQ(line, "line");
+    ASSERT_TRUE(in.gets(line, sizeof line));
+    EXPECT_STREQ(line, " two");
+    EXPECT_FALSE(in.gets(line, sizeof line));
+    EXPECT_FALSE(in.gets(line, 0));
+}
+
+TEST(XmlElemIn, ScopesConsumeEndTagsOnlyWhenTheElementHadContent) {
+    ScratchXml doc("<list n='3'><item v='1'/><item v='2'><sub/></item><item v='4'></item></list>"
+                   "<after/>");
+    CXmlIn in(doc.c_str());
+    int sum = 0, subs = 0;
+    {
+        CXmlElemIn list(in, "list");
+        EXPECT_EQ(list.state(), eXmlTagStart);
+        EXPECT_STREQ(list.name(), "list");
+        while (in.isNextTag("item")) {
+            CXmlElemIn item(&list, &in, "item");
+            sum += in.attrInt("v", 0);
+            if (item.state() == eXmlTagStart && in.isNextTag("sub")) {
+                CXmlElemIn sub(&item, nullptr, "sub");
+                EXPECT_EQ(sub.state(), eXmlTagEmpty);
+                EXPECT_EQ(&sub.in(), &in);
+                ++subs;
+            }
+        }
+        EXPECT_TRUE(in.isTag("list"));
+    }
+    EXPECT_EQ(sum, 7);
+    EXPECT_EQ(subs, 1);
+    in.read("after");
+}
+
+TEST(XmlElemIn, AnEndTagClosesTheScopeAndItsParent) {
+    ScratchXml doc("<a></a><z/>");
+    CXmlIn in(doc.c_str());
+    {
+        CXmlElemIn a(in, "a");
+        {
+            CXmlElemIn any(&a, &in, nullptr); // reads </a>
+            EXPECT_EQ(any.state(), -1);
+            EXPECT_EQ(a.state(), -1);
+            CXmlElemIn again(&a, &in, "a"); // compares the tag in hand, reads nothing
+            EXPECT_EQ(again.state(), -1);
+            EXPECT_EQ(thrownText([&] { CXmlElemIn other(&a, &in, "b"); }), "Unexpected tag");
+        }
+    } // nothing more consumed
+    in.read("z");
+}
+
+TEST(XmlElemIn, ACopyTakesOverTheEndTag) {
+    ScratchXml doc("<a><b/></a><z/>");
+    CXmlIn in(doc.c_str());
+    {
+        CXmlElemIn a(in, "a");
+        in.read("b");
+        CXmlElemIn copy(a);
+        EXPECT_EQ(copy.state(), eXmlTagStart);
+        EXPECT_NE(a.state(), eXmlTagStart);
+    }
+    in.read("z"); // </a> consumed exactly once
+}
+
+TEST(XmlElemIn, WrongTagsThrowAndUnwindWithoutDamage) {
+    ScratchXml doc("<a><b><c/></b></a>");
+    CXmlIn in(doc.c_str());
+    std::string e = thrownText([&] {
+        CXmlElemIn a(in, "a");
+        CXmlElemIn b(&a, &in, "b");
+        CXmlElemIn x(&b, &in, "x");
+    });
+    EXPECT_EQ(e, "Unexpected tag");
+    EXPECT_EQ(thrownText([&] { CXmlElemIn p(nullptr, nullptr, "a"); }), "File is not open");
+}
+
+TEST(XmlInSearch, ReadElemBegSkipsAndStops) {
+    ScratchXml doc("<r><skip><want/></skip><x><want id='1'/></x><stop/><want id='2'/></r>");
+    CXmlIn in(doc.c_str());
+    in.read("r");
+    ASSERT_TRUE(vq::readElemBeg(in, "want", "skip", "stop"));
+    EXPECT_EQ(in.attrInt("id", 0), 1); // the one inside skip was never seen
+    EXPECT_FALSE(vq::readElemBeg(in, "want", "skip", "stop"));
+    in.read("stop"); // pushed back
+    EXPECT_TRUE(vq::readElemBeg(in, nullptr));
+    EXPECT_EQ(in.attrInt("id", 0), 2);
+    EXPECT_FALSE(vq::readElemBeg(in, "want")); // runs into the end of the file
+}
+
+TEST(XmlInSearch, FindElemMatchesAnAttributeValue) {
+    ScratchXml doc("<r><e k='a'/><skip><e k='b'/></skip><e/><e k='b' n='1'/><e k='c' n='2'/></r>");
+    {
+        CXmlIn in(doc.c_str());
+        ASSERT_TRUE(vq::findElem(in, "e", "k", "b", "skip"));
+        EXPECT_EQ(in.attrInt("n", 0), 1);
+        ASSERT_TRUE(vq::findElem(in, nullptr, "n", nullptr));
+        EXPECT_STREQ(in.attrStr("k", ""), "c");
+        EXPECT_FALSE(vq::findElem(in, "e", "k", "a"));
+    }
+    CXmlIn in(doc.c_str());
+    ASSERT_TRUE(vq::findElem(in, "e", "k", "b")); // without skipping, the nested one wins
+    EXPECT_EQ(in.attrInt("n", 0), 0);
+}

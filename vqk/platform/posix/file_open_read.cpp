@@ -1,0 +1,42 @@
+// The POSIX side of vqk/platform/file_open_read.h: the wide path goes to fopen as UTF-8.
+#include "vqk/platform/file_open_read.h"
+
+#include "vqk/text/utf8.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <vector>
+
+namespace vq {
+namespace platform {
+
+FILE* openForReading(const wchar_t* path) {
+    if (!path || !*path) {
+        errno = ENOENT;
+        return nullptr;
+    }
+    int n = wideToUtf8(path, -1, nullptr, 0);
+    if (n <= 0) {
+        errno = EINVAL;
+        return nullptr;
+    }
+    std::vector<char> narrow(size_t(n) + 1, 0);
+    if (wideToUtf8(path, -1, narrow.data(), n) <= 0) {
+        errno = EINVAL;
+        return nullptr;
+    }
+    FILE* f = std::fopen(narrow.data(), "r");
+    // A folder opens on POSIX but not on Windows; refuse it here as well so that the
+    // reader says "File is not open" on both.
+    struct stat st;
+    if (f && fstat(fileno(f), &st) == 0 && S_ISDIR(st.st_mode)) {
+        std::fclose(f);
+        errno = EISDIR;
+        return nullptr;
+    }
+    return f;
+}
+
+} // namespace platform
+} // namespace vq
