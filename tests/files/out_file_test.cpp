@@ -1,0 +1,156 @@
+// The file output: opening modes, the writer lock, ownership of the stream and the
+// three output operations.
+#include "vqk/files/out_file.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdarg>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace {
+
+std::string outFileTmp(const char* test) {
+    const char* root = std::getenv("VQK_TEST_TMP");
+    std::filesystem::path p = std::filesystem::path(root && *root ? root : "/tmp") / "out_file" / test;
+    std::error_code ec;
+    std::filesystem::remove_all(p, ec);
+    std::filesystem::create_directories(p, ec);
+    return p.string();
+}
+
+std::string outFileRead(const std::string& path) {
+    std::string s;
+    if (FILE* f = std::fopen(path.c_str(), "rb")) {
+        char buf[512];
+        size_t n;
+        while ((n = std::fread(buf, 1, sizeof buf, f)) > 0)
+            s.append(buf, n);
+        std::fclose(f);
+    }
+    return s;
+}
+
+TEST(OutFileOpen, WritesAppendsAndTruncates) {
+    std::string path = outFileTmp("modes") + "/a.txt";
+    {
+        vq::COutFile f(path.c_str());
+        ASSERT_TRUE(f.isOpen());
+        EXPECT_TRUE(f.isOwned());
+        f.print("%s=%i\n", "n", 3);
+        EXPECT_EQ(f.writeBlock("xy\0z", 4), 4u);
+    }
+    EXPECT_EQ(outFileRead(path), std::string("n=3\nxy\0z", 8));
+    {
+        vq::COutFile f;
+        ASSERT_TRUE(f.open(path.c_str(), true, false));
+        f.print("%s", "more");
+    }
+    EXPECT_EQ(outFileRead(path), std::string("n=3\nxy\0zmore", 12));
+    {
+        vq::COutFile f;
+        ASSERT_TRUE(f.open(path.c_str(), false, true));
+        f.print("new");
+        // Unbuffered: the bytes are in the file before any flush or close.
+        EXPECT_EQ(outFileRead(path), "new");
+    }
+}
+
+TEST(OutFileOpen, WidePathsAreUtf8OnDisk) {
+    std::string dir = outFileTmp("wide");
+    vq::COutFile g;
+    std::wstring wpath(dir.begin(), dir.end());
+    wpath += L"/\u00e9t\u00e9.txt";
+    ASSERT_TRUE(g.open(wpath.c_str(), false, false));
+    g.print("w");
+    g.close();
+    EXPECT_EQ(outFileRead(dir + "/\xC3\xA9t\xC3\xA9.txt"), "w");
+}
+
+TEST(OutFileOpen, SecondWriterIsRefusedAndTruncatesNothing) {
+    std::string path = outFileTmp("lock") + "/held.txt";
+    vq::COutFile first;
+    ASSERT_TRUE(first.open(path.c_str(), false, false));
+    first.print("kept");
+    first.flush();
+    vq::COutFile second;
+    EXPECT_FALSE(second.open(path.c_str(), false, false));
+    EXPECT_FALSE(second.open(path.c_str(), true, false));
+    EXPECT_FALSE(second.isOpen());
+    EXPECT_EQ(outFileRead(path), "kept");
+    first.close();
+    EXPECT_TRUE(second.open(path.c_str(), true, false));
+}
+
+TEST(OutFileOpen, FailuresLeaveItClosed) {
+    vq::COutFile f;
+    EXPECT_FALSE(f.open("/nonexistent-folder-vqk/x.txt", false, false));
+    EXPECT_FALSE(f.open(static_cast<const char*>(nullptr), false, false));
+    EXPECT_FALSE(f.open(static_cast<const wchar_t*>(nullptr), false, false));
+    EXPECT_FALSE(f.isOpen());
+    EXPECT_EQ(f.print("%i", 1), 0);
+    EXPECT_EQ(f.writeBlock("a", 1), 0u);
+    vq::COutFile n(static_cast<const char*>(nullptr));
+    EXPECT_FALSE(n.isOpen());
+}
+
+TEST(OutFileStream, CallersStreamIsNeverClosed) {
+    FILE* tmp = std::tmpfile();
+    ASSERT_TRUE(tmp);
+    {
+        vq::COutFile f(tmp);
+        EXPECT_FALSE(f.isOwned());
+        f.print("%u", 7u);
+    }
+    // Still usable after the output is gone.
+    EXPECT_EQ(std::fputs("!", tmp), 1);
+    std::rewind(tmp);
+    char buf[8] = {};
+    EXPECT_EQ(std::fread(buf, 1, sizeof buf, tmp), 2u);
+    EXPECT_STREQ(buf, "7!");
+    std::fclose(tmp);
+}
+
+int g_outFileCalls = 0;
+int outFileCountingPrint(FILE* f, const char* format, ...) {
+    ++g_outFileCalls;
+    va_list args;
+    va_start(args, format);
+    int n = std::vfprintf(f, format, args);
+    va_end(args);
+    return n;
+}
+
+TEST(OutFileStream, CallersPrintReceivesFormattedText) {
+    FILE* tmp = std::tmpfile();
+    ASSERT_TRUE(tmp);
+    g_outFileCalls = 0;
+    {
+        vq::COutFile f(tmp, outFileCountingPrint);
+        EXPECT_FALSE(f.isPlainPrint());
+        f.print("%s-%i", "a", 42);
+        f.writeBlock("|", 1);
+    }
+    EXPECT_EQ(g_outFileCalls, 1);
+    std::rewind(tmp);
+    char buf[16] = {};
+    std::fread(buf, 1, sizeof buf - 1, tmp);
+    EXPECT_STREQ(buf, "a-42|");
+    std::fclose(tmp);
+}
+
+TEST(OutFileStream, AttachHandsOverOwnership) {
+    std::string path = outFileTmp("attach") + "/o.txt";
+    FILE* raw = std::fopen(path.c_str(), "w");
+    ASSERT_TRUE(raw);
+    vq::COutFile f;
+    f.attach(raw, true);
+    EXPECT_TRUE(f.isOwned());
+    f.print("x");
+    f.close(); // closes raw: the text reaches the file
+    EXPECT_FALSE(f.isOpen());
+    EXPECT_EQ(outFileRead(path), "x");
+}
+
+} // namespace

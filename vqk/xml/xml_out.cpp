@@ -1,0 +1,177 @@
+#include "vqk/xml/xml_out.h"
+
+#include "vqk/text/convert.h"
+
+#include <cctype>
+#include <cstring>
+
+namespace vq {
+
+CXmlOut xout(stdout, nullptr);
+
+namespace {
+
+const char kDeclaration[] = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n";
+
+} // namespace
+
+CXmlOut::CXmlOut() = default;
+
+CXmlOut::CXmlOut(const char* path) : COutFile(path) {}
+
+CXmlOut::CXmlOut(const wchar_t* path) : COutFile(path) {}
+
+CXmlOut::CXmlOut(FILE* stream, int (*print)(FILE*, const char*, ...))
+    : COutFile(stream, print == &std::fprintf ? nullptr : print) {}
+
+CXmlOut::~CXmlOut() {
+    // The buffers go with the members; the stream closes with the file output.
+    m_current = nullptr;
+}
+
+bool CXmlOut::open(const wchar_t* path, bool append, bool unbuffered) {
+    close();
+    if (!COutFile::open(path, append, unbuffered))
+        return false;
+    if (!append) {
+        put(kDeclaration, sizeof kDeclaration - 1);
+        flushPending();
+    }
+    return true;
+}
+
+bool CXmlOut::open(const char* path, bool append, bool unbuffered) {
+    CTStr<wchar_t> wide;
+    strtowstr(wide, path, true);
+    return open(wide.str(), append, unbuffered);
+}
+
+void CXmlOut::close() {
+    m_current = nullptr;
+    COutFile::close();
+    m_escaped.clear();
+    if (++m_generation == 0)
+        m_generation = 1;
+}
+
+void CXmlOut::setIndent(const char* indent) {
+    m_indent = indent;
+    m_indentLength = indent ? uint32_t(std::strlen(indent)) : 0;
+}
+
+void CXmlOut::put(const char* s) {
+    if (s)
+        put(s, std::strlen(s));
+}
+
+void CXmlOut::putIndent(int times) {
+    for (int i = 0; i < times; ++i)
+        put(m_indent, m_indentLength);
+}
+
+void CXmlOut::putAttrName(const char* name) {
+    if (!name || !*name)
+        return;
+    if (m_smallFirstLetter) {
+        put(char(std::tolower(static_cast<unsigned char>(name[0]))));
+        ++name;
+    }
+    put(name);
+}
+
+void CXmlOut::flushPending() {
+    uint32_t n = m_escaped.size();
+    if (!n)
+        return;
+    if (m_stream) {
+        if (m_plainPrint)
+            m_write(m_escaped.data(), 1, n, m_stream);
+        else
+            m_print(m_stream, "%.*s", int(n), m_escaped.data());
+    }
+    m_escaped.clear();
+}
+
+void CXmlOut::shift(int n) {
+    if (!m_stream || !m_indent)
+        return;
+    putIndent(n >= 0 ? n : (m_current ? m_current->m_depth : 0));
+    flushPending();
+}
+
+void CXmlOut::vraw(const char* format, va_list args) {
+    if (!m_stream)
+        return;
+    if (m_current)
+        m_current->body(CXmlOutElem::eBodyText);
+    flushPending();
+    if (format)
+        m_vprint(m_stream, format, args);
+}
+
+void CXmlOut::operator()(const char* format, ...) {
+    va_list args;
+    va_start(args, format);
+    vraw(format, args);
+    va_end(args);
+}
+
+void CXmlOut::text(const char* name, const char* format, ...) {
+    if (!m_stream)
+        return;
+    CXmlOutElem e(*this, name);
+    e.body(CXmlOutElem::eBodyText);
+    flushPending();
+    if (format) {
+        va_list args;
+        va_start(args, format);
+        m_vprint(m_stream, format, args);
+        va_end(args);
+    }
+}
+
+CXmlOut& CXmlOut::operator<<(const char* s) {
+    (*this)("%s", s ? s : "");
+    return *this;
+}
+
+CXmlOut& CXmlOut::operator<<(int value) {
+    (*this)("%i", value);
+    return *this;
+}
+
+CXmlOut& CXmlOut::operator<<(double value) {
+    (*this)("%.15g", value);
+    return *this;
+}
+
+void CXmlOut::write(const char* data, int length) {
+    if (!m_stream)
+        return;
+    if (m_current)
+        m_current->body(CXmlOutElem::eBodyText);
+    flushPending();
+    if (data && length > 0)
+        writeBlock(data, size_t(length));
+}
+
+void CXmlOut::comment(const char* text) {
+    if (!m_stream)
+        return;
+    if (m_indent)
+        putIndent(m_current ? m_current->m_depth : 0);
+    flushPending();
+    (*this)("<!-- %s -->\n", text ? text : "");
+}
+
+void CXmlOut::indent(int n) {
+    if (!m_stream || !m_indent)
+        return;
+    if (m_current)
+        m_current->body(CXmlOutElem::eBodyText);
+    int depth = m_current ? m_current->m_depth : 0;
+    putIndent(n > 0 ? n : depth - n);
+    flushPending();
+}
+
+} // namespace vq

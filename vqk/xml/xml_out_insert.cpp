@@ -1,0 +1,99 @@
+// Copying another XML file into the output (CXmlOut::insertXml).
+#include "vqk/xml/xml_out.h"
+
+#include "vqk/text/convert.h"
+
+#include <cstring>
+#include <memory>
+
+namespace vq {
+
+namespace {
+
+// Drops every carriage return that stands right before a line feed; returns the new
+// length.
+size_t joinCrLf(char* s, size_t n) {
+    size_t w = 0;
+    for (size_t r = 0; r < n; ++r) {
+        if (s[r] == '\r' && r + 1 < n && s[r + 1] == '\n')
+            continue;
+        s[w++] = s[r];
+    }
+    s[w] = '\0';
+    return w;
+}
+
+// Printing `s` as a format with no arguments writes it unchanged except that "%%"
+// becomes '%'; any other conversion would read arguments that do not exist. Returns
+// the text with "%%" collapsed, so it can go out as a "%s" argument instead.
+void collapsePercents(CTStr<char>& out, const char* s, size_t n) {
+    TVector<char>& a = out.array();
+    a.clear();
+    a.reserve(uint32_t(n) + 1);
+    for (size_t i = 0; i < n; ++i) {
+        a.push_back(s[i]);
+        if (s[i] == '%' && i + 1 < n && s[i + 1] == '%')
+            ++i;
+    }
+    a.push_back('\0');
+}
+
+} // namespace
+
+bool CXmlOut::insertXml(const char* path) {
+    if (!path || !*path)
+        return false;
+    FILE* in = std::fopen(path, "rb");
+    if (!in)
+        return false;
+    bool ok = insert(in);
+    std::fclose(in);
+    return ok;
+}
+
+bool CXmlOut::insertXml(const wchar_t* path) {
+    CTStr<char> narrow;
+    wstrtostr(narrow, path, true);
+    return insertXml(narrow.str());
+}
+
+bool CXmlOut::insert(FILE* in) {
+    // Everything before the first '<' that opens an element (declarations, processing
+    // instructions, comments, document type lines, or any other bytes) is skipped.
+    for (;;) {
+        int c = std::fgetc(in);
+        if (c == EOF)
+            return false;
+        if (c != '<')
+            continue;
+        int next = std::fgetc(in);
+        if (next == EOF)
+            return false;
+        if (next != '!' && next != '?')
+            break;
+    }
+    if (std::fseek(in, -2, SEEK_CUR) != 0)
+        return false;
+    long start = std::ftell(in);
+    if (start < 0 || std::fseek(in, 0, SEEK_END) != 0)
+        return false;
+    long end = std::ftell(in);
+    if (end < start || std::fseek(in, start, SEEK_SET) != 0)
+        return false;
+    size_t size = size_t(end - start);
+    std::unique_ptr<char[]> buf(new (std::nothrow) char[size + 1]);
+    if (!buf)
+        return false;
+    size_t got = std::fread(buf.get(), 1, size, in);
+    size_t n = joinCrLf(buf.get(), got);
+    if (!std::memchr(buf.get(), '%', n)) {
+        (*this)(buf.get());
+    } else {
+        CTStr<char> text;
+        collapsePercents(text, buf.get(), n);
+        (*this)("%s", text.str());
+    }
+    return true;
+}
+
+} // namespace vq
