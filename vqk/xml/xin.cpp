@@ -27,6 +27,24 @@ inline int nextByte(FILE* f) { return _fgetc_nolock(f); }
 inline int nextByte(FILE* f) { return getc_unlocked(f); }
 #endif
 
+// Copies the stream's bytes to `p` until a '>' (not stored), the end of the stream or
+// `limit`; returns where it stopped, and in `stop` the '>' or EOF that stopped it (0 at
+// the limit). The pointers are restricted so that the compiler may keep the stream's
+// read position in a register across the byte stores: this loop is the tokenizer's
+// hot path.
+char* copyConstruct(FILE* __restrict f, char* __restrict p, const char* limit, int& stop) {
+    while (p != limit) {
+        int c = nextByte(f);
+        if (c == '>' || c == EOF) {
+            stop = c;
+            return p;
+        }
+        *p++ = char(c);
+    }
+    stop = 0;
+    return p;
+}
+
 constexpr uint32_t kInitialBuffer = 1024;
 // A construct longer than this is taken for a broken file rather than grown into.
 constexpr uint32_t kMaxConstruct = 1u << 30;
@@ -37,6 +55,17 @@ inline bool isAttrNameByte(char c) {
     unsigned char u = static_cast<unsigned char>(c);
     return u >= 65 || (u >= '0' && u <= '9') || u == ':';
 }
+
+// The bytes that interrupt the scan of an attribute value: the end of the text, either
+// quote and the start of an entity.
+struct SValueStops {
+    bool stop[256] = {};
+    constexpr SValueStops() : stop() {
+        stop[0] = stop[int('"')] = stop[int('\'')] = stop[int('&')] = true;
+    }
+    constexpr bool operator[](unsigned char c) const { return stop[c]; }
+};
+constexpr SValueStops kValueStop;
 
 inline char lowered(char c) { return char(std::tolower(static_cast<unsigned char>(c))); }
 
@@ -113,30 +142,26 @@ const char* ApXin::readConstruct(uint32_t offset, uint32_t& length) {
 
     char* base = m_buf.data();
     char* p = base + offset;
-    char* limit = base + m_buf.capacity() - 1; // the last byte is kept for the NUL
     for (;;) {
-        c = nextByte(f);
-        if (c == '>')
+        int stop = 0;
+        p = copyConstruct(f, p, base + m_buf.capacity() - 1, stop); // the last byte is kept for the NUL
+        if (stop == '>')
             break;
-        if (c == EOF) {
+        if (stop == EOF) {
             *p = 0;
             length = uint32_t(p - (base + offset));
             return apXinErrTag;
         }
-        if (p == limit) {
-            uint32_t used = uint32_t(p - base);
-            if (used >= kMaxConstruct) {
-                *p = 0;
-                length = used - offset;
-                return apXinErrTag;
-            }
-            m_buf.resize(used);
-            m_buf.grow(m_buf.capacity() + 1);
-            base = m_buf.data();
-            p = base + used;
-            limit = base + m_buf.capacity() - 1;
+        uint32_t used = uint32_t(p - base);
+        if (used >= kMaxConstruct) {
+            *p = 0;
+            length = used - offset;
+            return apXinErrTag;
         }
-        *p++ = char(c);
+        m_buf.resize(used);
+        m_buf.grow(m_buf.capacity() + 1);
+        base = m_buf.data();
+        p = base + used;
     }
     *p = 0;
     length = uint32_t(p - (base + offset));
@@ -220,12 +245,23 @@ const char* ApXin::cutTag(int header) {
         char quote = *p;
         if (quote != '"' && quote != '\'')
             return apXinErrAttributes;
+        // Values are short: an inline scan beats a library search here, and it notes
+        // on the way whether there is anything to decode.
         char* value = ++p;
-        char* close = std::strchr(value, quote);
-        if (!close)
-            return apXinErrAttributes;
-        *close = 0;
-        p = close + 1;
+        bool entity = false;
+        for (;;) {
+            while (!kValueStop[static_cast<unsigned char>(*p)])
+                ++p;
+            if (*p == quote)
+                break;
+            if (!*p)
+                return apXinErrAttributes;
+            entity |= *p == '&';
+            ++p;
+        }
+        *p++ = 0;
+        if (entity)
+            decodeEntities(value);
         m_attrs.push_back(SAttr{name, value});
     }
     if (closed) {
@@ -235,8 +271,6 @@ const char* ApXin::cutTag(int header) {
     }
     if (m_smallFirstLetter)
         makeSmallFirstLetterAttrName();
-    for (SAttr& a : m_attrs)
-        decodeEntities(a.value);
     *nameEnd = 0;
     return nullptr;
 }
