@@ -1,0 +1,316 @@
+// The workflow log: record forms, levels, tags, the size restart, and child processes
+// that continue the parent's file and indentation. Child processes are this test
+// program itself, started with LOG_WORKFLOW_CHILD naming what the child writes.
+#include "vqk/diagnostics/log_workflow.h"
+
+#include <gtest/gtest.h>
+#include <libxml/parser.h>
+
+#include <cstdio>
+#include <fcntl.h>
+#include <cstdlib>
+#include <fstream>
+#include <regex>
+#include <spawn.h>
+#include <sstream>
+#include <string>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+extern char** environ;
+
+namespace {
+
+using vq::CLogWorkflow;
+
+const char* const kChildVar = "LOG_WORKFLOW_CHILD";
+const char* const kTime = R"(\d{4}\.\d\d\.\d\d \d\d:\d\d:\d\d)";
+
+std::string selfPath() {
+    char buf[4096];
+    ssize_t n = readlink("/proc/self/exe", buf, sizeof buf - 1);
+    return n > 0 ? std::string(buf, size_t(n)) : std::string();
+}
+
+std::string testFolder() {
+    const char* tmp = std::getenv("VQK_TEST_TMP");
+    std::string dir = tmp && *tmp ? tmp : VQK_BINARY_DIR "/test_tmp";
+    mkdir(dir.c_str(), 0755);
+    dir += "/log_workflow";
+    mkdir(dir.c_str(), 0755);
+    return dir;
+}
+
+std::vector<std::string> readLines(const std::string& file) {
+    std::vector<std::string> lines;
+    std::ifstream in(file);
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+long fileSize(const std::string& file) {
+    struct stat st;
+    return stat(file.c_str(), &st) == 0 ? long(st.st_size) : -1;
+}
+
+int leadingTabs(const std::string& line) {
+    int n = 0;
+    while (n < int(line.size()) && line[size_t(n)] == '\t')
+        ++n;
+    return n;
+}
+
+std::string escaped(const std::string& text) {
+    std::string out;
+    for (char c : text) {
+        if (std::string("\\^$.|?*+()[]{}").find(c) != std::string::npos)
+            out += '\\';
+        out += c;
+    }
+    return out;
+}
+
+std::string shortMsg(int pid, const std::string& text) {
+    return std::string(R"(<msg t=")") + kTime + R"(" pid=")" + std::to_string(pid) + R"(" msg=")" + text +
+           R"("/>)";
+}
+
+std::string firstMsg(int pid, const std::string& text) {
+    return std::string(R"(<msg t=")") + kTime + R"(" pid=")" + std::to_string(pid) +
+           R"(" cpu="x64" module=")" + escaped(selfPath()) + R"(" msg=")" + text + R"("/>)";
+}
+
+bool matches(const std::string& line, const std::string& pattern) {
+    return std::regex_match(line.substr(size_t(leadingTabs(line))), std::regex(pattern));
+}
+
+// Runs this program as a child writing the records `mode` names; returns its pid.
+int runChild(const char* mode) {
+    setenv(kChildVar, mode, 1);
+    std::string exe = selfPath();
+    std::string filter = "--gtest_filter=LogWorkflowChild.*";
+    char* argv[] = {&exe[0], &filter[0], nullptr};
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
+    pid_t pid = -1;
+    int rc = posix_spawn(&pid, exe.c_str(), &actions, nullptr, argv, environ);
+    posix_spawn_file_actions_destroy(&actions);
+    unsetenv(kChildVar);
+    if (rc != 0)
+        return -1;
+    int status = 0;
+    if (waitpid(pid, &status, 0) != pid || !WIFEXITED(status) || WEXITSTATUS(status) != 0)
+        return -1;
+    return int(pid);
+}
+
+class LogWorkflow : public ::testing::Test {
+protected:
+    void SetUp() override {
+        m_dir = testFolder();
+        setenv("TEMP", m_dir.c_str(), 1);
+        CLogWorkflow::setMinLevel(0);
+        CLogWorkflow::setPrefix(::testing::UnitTest::GetInstance()->current_test_info()->name());
+        m_file = CLogWorkflow::fileName().str();
+        std::remove(m_file.c_str());
+    }
+    void TearDown() override { CLogWorkflow::setMinLevel(0); }
+
+    std::string m_dir;
+    std::string m_file;
+};
+
+TEST_F(LogWorkflow, FileNameFollowsTheTemplateAndThePrefix) {
+    vq::CStr name;
+    CLogWorkflow::setPrefix("my tool/1<x>");
+    EXPECT_EQ(vq::CStr("my_tool_1_x_"), CLogWorkflow::prefix());
+    EXPECT_STREQ("my_tool_1_x_", std::getenv("_ORV_LOGPREFIX"));
+    CLogWorkflow::genLogName(name, "workflow.~.xml");
+    EXPECT_EQ(m_dir + "/workflow.my_tool_1_x_.xml", name.str());
+    EXPECT_EQ(name, CLogWorkflow::fileName());
+
+    CLogWorkflow::setPrefix("");
+    CLogWorkflow::genLogName(name, "workflow.~.xml");
+    EXPECT_EQ(m_dir + "/workflow.xml", name.str());
+    CLogWorkflow::genLogName(name, "trace-~");
+    EXPECT_EQ(m_dir + "/trace-", name.str());
+    CLogWorkflow::genLogName(name, "log.~");
+    EXPECT_EQ(m_dir + "/log", name.str());
+}
+
+TEST_F(LogWorkflow, TheFirstRecordOfAProcessNamesItsProgram) {
+    int pid = runChild("two");
+    ASSERT_GT(pid, 0);
+    std::vector<std::string> lines = readLines(m_file);
+    ASSERT_EQ(2u, lines.size());
+    EXPECT_TRUE(matches(lines[0], firstMsg(pid, "first 1"))) << lines[0];
+    EXPECT_TRUE(matches(lines[1], shortMsg(pid, "second 'quoted'"))) << lines[1];
+}
+
+TEST_F(LogWorkflow, MessagesAreCutAndLoseTheirDoubleQuotes) {
+    CLogWorkflow::msg(5, "warm-up");
+    CLogWorkflow::msg(5, "say \"%s\" %i times", "hi", 3);
+    const std::string longText(5000, 'a');
+    CLogWorkflow::msg(3, "%s", longText.c_str());
+    // A two-byte character across the cut is dropped whole.
+    const std::string acrossCut = std::string(3998, 'b') + "\xc3\xa9" + "tail";
+    CLogWorkflow::msg(3, "%s", acrossCut.c_str());
+
+    std::vector<std::string> lines = readLines(m_file);
+    ASSERT_EQ(4u, lines.size());
+    const int pid = getpid();
+    EXPECT_TRUE(matches(lines[1], shortMsg(pid, "say 'hi' 3 times"))) << lines[1];
+    EXPECT_TRUE(matches(lines[2], shortMsg(pid, std::string(3999, 'a'))));
+    EXPECT_TRUE(matches(lines[3], shortMsg(pid, std::string(3998, 'b'))));
+}
+
+TEST_F(LogWorkflow, RecordsBelowTheMinimumLevelAreDropped) {
+    CLogWorkflow::setMinLevel(4);
+    EXPECT_EQ(4, CLogWorkflow::minLevel());
+    const int depth = CLogWorkflow::indent();
+    CLogWorkflow::msg(3, "dropped");
+    {
+        CLogWorkflow::CTag quiet(3, "quiet", "dropped");
+        EXPECT_EQ(depth, CLogWorkflow::indent());
+        CLogWorkflow::msg(4, "kept");
+    }
+    std::vector<std::string> lines = readLines(m_file);
+    ASSERT_EQ(1u, lines.size());
+    EXPECT_NE(std::string::npos, lines[0].find("msg=\"kept\""));
+    EXPECT_EQ(depth, leadingTabs(lines[0]));
+}
+
+TEST_F(LogWorkflow, TagsNestAndIndentWhatIsWrittenInside) {
+    const int depth = CLogWorkflow::indent();
+    const int pid = getpid();
+    {
+        CLogWorkflow::CTag outer(5, "outer", "o \"q\"");
+        EXPECT_EQ(depth + 1, CLogWorkflow::indent());
+        EXPECT_EQ(std::to_string(depth + 1), std::getenv("_ORV_LOGINDENT"));
+        CLogWorkflow::msg(5, "in outer");
+        {
+            CLogWorkflow::CTag inner(5, "inner", "");
+            CLogWorkflow::msg(5, "in inner");
+        }
+    }
+    EXPECT_EQ(depth, CLogWorkflow::indent());
+    EXPECT_EQ(std::to_string(depth), std::getenv("_ORV_LOGINDENT"));
+
+    std::vector<std::string> lines = readLines(m_file);
+    ASSERT_EQ(8u, lines.size());
+    const std::string head = std::string(R"(<(tag|end) t=")") + kTime + R"(" pid=")" + std::to_string(pid) +
+                             R"("( cpu="x64" module="[^"]*")?)";
+    EXPECT_TRUE(matches(lines[0], head + R"( name="outer" text="o 'q'">)")) << lines[0];
+    EXPECT_TRUE(matches(lines[1], shortMsg(pid, "in outer"))) << lines[1];
+    EXPECT_TRUE(matches(lines[2], head + R"( name="inner" text="">)")) << lines[2];
+    EXPECT_TRUE(matches(lines[3], shortMsg(pid, "in inner"))) << lines[3];
+    EXPECT_TRUE(matches(lines[4], head + R"( name="inner" sec="\d+\.\d{3}"/>)")) << lines[4];
+    EXPECT_EQ("</tag>", lines[5].substr(size_t(leadingTabs(lines[5]))));
+    EXPECT_TRUE(matches(lines[6], head + R"( name="outer" sec="\d+\.\d{3}"/>)")) << lines[6];
+    const int expectedTabs[] = {0, 1, 1, 2, 2, 1, 1, 0};
+    for (size_t i = 0; i < 8; ++i)
+        EXPECT_EQ(depth + expectedTabs[i], leadingTabs(lines[i])) << i;
+
+    // The records of a closed tag form one element.
+    std::string doc = "<log>";
+    for (const std::string& line : lines)
+        doc += line + "\n";
+    doc += "</log>";
+    xmlDocPtr parsed = xmlReadMemory(doc.data(), int(doc.size()), "log.xml", nullptr, XML_PARSE_NONET);
+    EXPECT_NE(nullptr, parsed);
+    xmlFreeDoc(parsed);
+}
+
+TEST_F(LogWorkflow, AChildContinuesTheParentsFileAndIndentation) {
+    int pid = 0;
+    int depth = 0;
+    {
+        CLogWorkflow::CTag parent(5, "parent", "starts a child");
+        depth = CLogWorkflow::indent();
+        pid = runChild("nested");
+    }
+    ASSERT_GT(pid, 0);
+    std::vector<std::string> lines = readLines(m_file);
+    ASSERT_EQ(8u, lines.size());
+    // The child writes between the parent's opening and closing records.
+    EXPECT_TRUE(matches(lines[1], firstMsg(pid, "child at the parent's depth"))) << lines[1];
+    EXPECT_EQ(depth, leadingTabs(lines[1]));
+    EXPECT_NE(std::string::npos, lines[2].find("name=\"child step\""));
+    EXPECT_EQ(depth, leadingTabs(lines[2]));
+    EXPECT_TRUE(matches(lines[3], shortMsg(pid, "inside the child's step"))) << lines[3];
+    EXPECT_EQ(depth + 1, leadingTabs(lines[3]));
+    EXPECT_EQ(depth, leadingTabs(lines[5]));
+    EXPECT_EQ("</tag>", lines[5].substr(size_t(depth)));
+    // The child's own tag does not change the parent's depth.
+    EXPECT_EQ(depth - 1, leadingTabs(lines[7]));
+}
+
+TEST_F(LogWorkflow, AChildWithoutAPrefixNamesTheLogAfterItsProgram) {
+    const char* inherited = std::getenv("_ORV_LOGINDENT");
+    const std::string savedIndent = inherited ? inherited : "";
+    unsetenv("_ORV_LOGPREFIX");
+    setenv("_ORV_LOGINDENT", "x3", 1);
+    const std::string exe = selfPath();
+    std::string program = exe.substr(exe.rfind('/') + 1);
+    std::string own = m_dir + "/workflow." + program + ".xml";
+    std::remove(own.c_str());
+    int pid = runChild("two");
+    if (inherited)
+        setenv("_ORV_LOGINDENT", savedIndent.c_str(), 1);
+    else
+        unsetenv("_ORV_LOGINDENT");
+    ASSERT_GT(pid, 0);
+    std::vector<std::string> lines = readLines(own);
+    ASSERT_EQ(2u, lines.size());
+    EXPECT_EQ(0, leadingTabs(lines[0])) << "a malformed depth counts as none";
+    EXPECT_TRUE(matches(lines[0], firstMsg(pid, "first 1"))) << lines[0];
+    std::remove(own.c_str());
+}
+
+TEST_F(LogWorkflow, AFullFileIsStartedAfresh) {
+    for (long size : {CLogWorkflow::kRestartSize - 1, CLogWorkflow::kRestartSize}) {
+        {
+            std::ofstream fill(m_file, std::ios::binary | std::ios::trunc);
+            fill << std::string(size_t(size), 'x');
+        }
+        CLogWorkflow::msg(5, "after %ld", size);
+        std::vector<std::string> lines = readLines(m_file);
+        if (size < CLogWorkflow::kRestartSize) {
+            // Appended: the old text and the record share the first line.
+            EXPECT_GT(fileSize(m_file), size);
+            ASSERT_EQ(1u, lines.size());
+            EXPECT_EQ(std::string(10, 'x'), lines[0].substr(0, 10));
+            // Now past the limit: the next record restarts the file.
+            CLogWorkflow::msg(5, "restarted");
+            lines = readLines(m_file);
+            ASSERT_EQ(1u, lines.size());
+            EXPECT_NE(std::string::npos, lines[0].find("msg=\"restarted\""));
+            EXPECT_EQ(0u, lines[0].find("<msg "));
+        } else {
+            ASSERT_EQ(1u, lines.size());
+            EXPECT_NE(std::string::npos, lines[0].find("msg=\"after 1048577\""));
+            EXPECT_EQ(0u, lines[0].find("<msg ")) << "the old text is gone";
+        }
+    }
+}
+
+// Runs only as the child of the tests above.
+TEST(LogWorkflowChild, WritesWhatTheParentAsks) {
+    const char* mode = std::getenv(kChildVar);
+    if (!mode)
+        GTEST_SKIP() << "runs only as a child process";
+    if (std::string(mode) == "two") {
+        CLogWorkflow::msg(5, "first %i", 1);
+        CLogWorkflow::msg(5, "second \"quoted\"");
+    } else if (std::string(mode) == "nested") {
+        CLogWorkflow::msg(5, "child at the parent's depth");
+        CLogWorkflow::CTag step(5, "child step", "");
+        CLogWorkflow::msg(5, "inside the child's step");
+    }
+}
+
+} // namespace
