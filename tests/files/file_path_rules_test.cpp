@@ -166,17 +166,4 @@ TYPED_TEST(FilePathRules, JoinFailsWhenTheResultDoesNotFit) {
                                                nullptr, nullptr));
 }
 
-TYPED_TEST(FilePathRules, SplitThenJoinGivesThePathBack) {
-    using T = TypeParam;
-    for (const SSplitCase& c : kSplitCases) {
-        const std::basic_string<T> p = txt<T>(c.path);
-        T drive[3], dir[256], fname[256], ext[256], out[600];
-        ASSERT_EQ(0, vq::_splitpath(p.c_str(), drive, 3, dir, 256, fname, 256, ext, 256));
-        for (EPathStyle style : {EPathStyle::windows, EPathStyle::posix}) {
-            ASSERT_EQ(0, vq::platform::makepath_s(out, 600, drive, dir, fname, ext, style));
-            EXPECT_EQ(p, out);
-        }
-    }
-}
-
 } // namespace

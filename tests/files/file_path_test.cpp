@@ -33,14 +33,9 @@ TYPED_TEST(FilePathObject, HoldsTheFourComponents) {
     EXPECT_EQ(t<T>("name.tar"), p.file());
     EXPECT_EQ(t<T>(".gz"), p.ext());
 
-    TFilePath<T> copy(p);
-    TFilePath<T> assigned;
-    assigned = p;
-    p.reset(nullptr);
+    EXPECT_TRUE(p.reset(nullptr));
     EXPECT_EQ(0, p.drive()[0]);
     EXPECT_EQ(0, p.ext()[0]);
-    EXPECT_EQ(t<T>("name.tar"), copy.file());
-    EXPECT_EQ(t<T>("\\a\\b\\"), assigned.folder());
 
     TFilePath<T> empty;
     ASSERT_NE(nullptr, empty.folder());
@@ -159,14 +154,6 @@ TEST(FilePathFunctions, MakepathJoinsWithThisSystemsDelimiter) {
     // The joined string is exactly as long as its text: appending continues it.
     out += "!";
     EXPECT_EQ("E:out" + d + "log.xml!", std::string(out.str()));
-
-    CWStr wout;
-    EXPECT_EQ(0, vq::makepath(wout, L"C:", L"\\a\\", L"b", L".c", EPathStyle::posix));
-    EXPECT_EQ(CWStr(L"C:\\a\\b.c"), wout);
-    EXPECT_EQ(0, vq::makepath(wout, nullptr, L"a", L"b", nullptr, EPathStyle::windows));
-    EXPECT_EQ(CWStr(L"a\\b"), wout);
-    EXPECT_EQ(0, vq::makepath(wout, nullptr, L"a", L"b", nullptr, EPathStyle::posix));
-    EXPECT_EQ(CWStr(L"a/b"), wout);
 
     // Parts longer than a split buffer still join: the joiner sizes its output.
     const std::string longFolder(1000, 'f');
