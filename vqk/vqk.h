@@ -24,7 +24,9 @@
 
 // -- files and xml: output
 #include "vqk/files/out_file.h"
+#include "vqk/xml/xml_escape.h"
 #include "vqk/xml/xml_out.h"
+#include "vqk/xml/xml_out_elem.h"
 
 // -- xml: tokenizer
 #include "vqk/xml/xin.h"

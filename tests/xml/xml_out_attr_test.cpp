@@ -5,10 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <cfloat>
+#include <clocale>
 #include <cmath>
 #include <limits>
 #include <random>
 #include <string>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -169,6 +172,50 @@ TEST(XmlOutAttrNumbers, TypedFormsMatchPrintf) {
                       o.attrID1("d", id);
                   }),
                   expect);
+    }
+}
+
+TEST(XmlOutAttrForms, WideTextFollowsTheLocale) {
+    std::string saved = std::setlocale(LC_CTYPE, nullptr);
+    if (!std::setlocale(LC_CTYPE, "C.UTF-8"))
+        GTEST_SKIP() << "no C.UTF-8 locale";
+    std::string utf8 = oneAttr([](vq::CXmlOut& o) { o.attrStr("s", L"\u00e9<"); });
+    std::setlocale(LC_CTYPE, "C");
+    std::string plain = oneAttr([](vq::CXmlOut& o) { o.attrStr("s", L"\u00e9<"); });
+    std::setlocale(LC_CTYPE, saved.c_str());
+    EXPECT_EQ(utf8, "<e s=\"\xC3\xA9&lt;\"/>\n");
+    // The C locale cannot convert it: the value stays empty rather than half-written.
+    EXPECT_EQ(plain, "<e s=\"\"/>\n");
+}
+
+TEST(XmlOutAttrNumbers, WritersOnSeveralThreadsKeepTheirValues) {
+    constexpr int kThreads = 4, kElems = 2000;
+    std::vector<std::string> got(kThreads);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < kThreads; ++t) {
+        threads.emplace_back([t, &got] {
+            CCapture c;
+            {
+                vq::CXmlOutElem r(c.out, "r");
+                for (int i = 0; i < kElems; ++i) {
+                    vq::CXmlOutElem e(c.out, "e");
+                    c.out.attr("g", "%d-%s", t, "x&y");
+                    c.out.attrD1("d", i + 0.5);
+                    c.out.attrStr("s", "<t>");
+                }
+            }
+            got[size_t(t)] = c.bytes();
+        });
+    }
+    for (auto& th : threads)
+        th.join();
+    for (int t = 0; t < kThreads; ++t) {
+        std::string expected = "<r>\n";
+        for (int i = 0; i < kElems; ++i)
+            expected += "<e g=\"" + std::to_string(t) + "-x&amp;y\" d=\"" + std::to_string(i) +
+                        ".5\" s=\"&lt;t&gt;\"/>\n";
+        expected += "</r>\n";
+        EXPECT_EQ(got[size_t(t)], expected) << t;
     }
 }
 

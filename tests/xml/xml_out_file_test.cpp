@@ -1,0 +1,161 @@
+// The writer's files and streams: the declaration, appending, closing, the caller's
+// stream and print function, the global writer and the stored settings.
+#include "xml_out_capture.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdarg>
+#include <string>
+
+namespace {
+
+using xml_out_test::parseXml;
+using xml_out_test::readFile;
+
+const char kXmlOutDecl[] = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n";
+
+TEST(XmlOutFile, OpenWritesTheDeclarationUnlessAppending) {
+    std::string path = xml_out_test::tempDir("decl") + "/a.xml";
+    {
+        vq::CXmlOut out;
+        ASSERT_TRUE(out.open(path.c_str(), false, false));
+        vq::CXmlOutElem r(out, "r");
+        out.attrStr("v", "1");
+    }
+    EXPECT_EQ(readFile(path), std::string(kXmlOutDecl) + "<r v=\"1\"/>\n");
+    EXPECT_TRUE(parseXml(readFile(path)));
+    {
+        vq::CXmlOut out;
+        ASSERT_TRUE(out.open(path.c_str(), true, true));
+        vq::CXmlOutElem r(out, "s");
+    }
+    EXPECT_EQ(readFile(path), std::string(kXmlOutDecl) + "<r v=\"1\"/>\n<s/>\n");
+}
+
+TEST(XmlOutFile, PathConstructorsWriteNoDeclaration) {
+    std::string dir = xml_out_test::tempDir("ctor");
+    std::string path = dir + "/n.xml";
+    {
+        vq::CXmlOut out(path.c_str());
+        EXPECT_TRUE(out.isOpen());
+        vq::CXmlOutElem r(out, "n");
+    }
+    EXPECT_EQ(readFile(path), "<n/>\n");
+    std::wstring wpath(dir.begin(), dir.end());
+    wpath += L"/w.xml";
+    {
+        vq::CXmlOut out(wpath.c_str());
+        EXPECT_TRUE(out.isOpen());
+        vq::CXmlOutElem r(out, "w");
+    }
+    EXPECT_EQ(readFile(dir + "/w.xml"), "<w/>\n");
+    vq::CXmlOut none(static_cast<const char*>(nullptr));
+    EXPECT_FALSE(none.isOpen());
+}
+
+TEST(XmlOutFile, FailedOpenWritesNothingAndReturnsFalse) {
+    std::string path = xml_out_test::tempDir("fail") + "/held.xml";
+    vq::CXmlOut first;
+    ASSERT_TRUE(first.open(path.c_str()));
+    vq::CXmlOut second;
+    EXPECT_FALSE(second.open(path.c_str()));
+    EXPECT_FALSE(second.open("/nonexistent-folder-vqk/x.xml"));
+    EXPECT_FALSE(second.isOpen());
+    first.close();
+    EXPECT_EQ(readFile(path), kXmlOutDecl);
+}
+
+TEST(XmlOutFile, CloseForgetsOpenElementsAndReopenStartsClean) {
+    std::string dir = xml_out_test::tempDir("reopen");
+    vq::CXmlOut out;
+    ASSERT_TRUE(out.open((dir + "/1.xml").c_str(), false, false));
+    auto* stale = new vq::CXmlOutElem(out, "first");
+    out.attrInt("a", 1);
+    out.close();
+    EXPECT_EQ(out.current(), nullptr);
+    ASSERT_TRUE(out.open((dir + "/2.xml").c_str(), false, false));
+    {
+        vq::CXmlOutElem fresh(out, "second");
+        EXPECT_EQ(fresh.parent(), nullptr);
+        EXPECT_EQ(fresh.depth(), 0);
+    }
+    delete stale; // belongs to the first file: writes nothing into the second
+    out.close();
+    EXPECT_EQ(readFile(dir + "/1.xml"), std::string(kXmlOutDecl) + "<first a=\"1\"");
+    EXPECT_EQ(readFile(dir + "/2.xml"), std::string(kXmlOutDecl) + "<second/>\n");
+}
+
+std::string g_xmlOutPrinted;
+int xmlOutRecordingPrint(FILE* f, const char* format, ...) {
+    char buf[4096];
+    va_list args;
+    va_start(args, format);
+    int n = std::vsnprintf(buf, sizeof buf, format, args);
+    va_end(args);
+    g_xmlOutPrinted += buf;
+    return std::fputs(buf, f) >= 0 ? n : -1;
+}
+
+TEST(XmlOutFile, CallersPrintCarriesTheFixedText) {
+    xml_out_test::CCapture plain;
+    FILE* tmp = std::tmpfile();
+    ASSERT_TRUE(tmp);
+    g_xmlOutPrinted.clear();
+    {
+        vq::CXmlOut out(tmp, xmlOutRecordingPrint);
+        out.setIndent("  ");
+        plain.out.setIndent("  ");
+        for (vq::CXmlOut* o : {&out, &plain.out}) {
+            vq::CXmlOutElem r(*o, "r");
+            o->attrD1("d", 0.5);
+            o->attr("g", "%s", "a&b");
+            vq::CXmlOutElem k(*o, "k");
+            o->attrBool("z", false);
+        }
+    }
+    std::string expected = "<r d=\"0.5\" g=\"a&amp;b\">\n  <k z=\"0\"/>\n</r>\n";
+    EXPECT_EQ(g_xmlOutPrinted, expected);
+    EXPECT_EQ(plain.bytes(), expected);
+    std::rewind(tmp);
+    char buf[128] = {};
+    std::fread(buf, 1, sizeof buf - 1, tmp);
+    EXPECT_EQ(buf, expected);
+    std::fclose(tmp);
+}
+
+TEST(XmlOutFile, RuntimePrintCountsAsPlain) {
+    FILE* tmp = std::tmpfile();
+    ASSERT_TRUE(tmp);
+    vq::CXmlOut out(tmp, &std::fprintf);
+    EXPECT_TRUE(out.isPlainPrint());
+    EXPECT_FALSE(out.isOwned());
+    out.close();
+    std::fclose(tmp);
+}
+
+TEST(XmlOutFile, GlobalWriterIsOnStandardOutput) {
+    EXPECT_EQ(vq::xout.stream(), stdout);
+    EXPECT_FALSE(vq::xout.isOwned());
+    EXPECT_EQ(vq::xout.current(), nullptr);
+}
+
+TEST(XmlOutFile, StoredSettings) {
+    vq::CXmlOut out;
+    EXPECT_EQ(out.newId(), 1);
+    EXPECT_EQ(out.newId(), 2);
+    EXPECT_EQ(out.newId(), 3);
+    EXPECT_EQ(out.stop(), 0);
+    out.setStop(-7);
+    EXPECT_EQ(out.stop(), -7);
+    EXPECT_FALSE(out.isUseScaling());
+    EXPECT_EQ(out.scaleCoef(), 1.0);
+    out.setUseScaling(true);
+    out.setScaleCoef(25.4);
+    EXPECT_TRUE(out.isUseScaling());
+    EXPECT_EQ(out.scaleCoef(), 25.4);
+    EXPECT_EQ(out.indentString(), nullptr);
+    EXPECT_FALSE(out.isRawTags());
+    EXPECT_FALSE(out.isSmallFirstLetterAttrName());
+}
+
+} // namespace
