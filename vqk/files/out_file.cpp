@@ -57,6 +57,7 @@ bool COutFile::open(const char* path, bool append, bool unbuffered) {
         std::setvbuf(f, nullptr, _IONBF, 0);
     m_stream = f;
     m_owned = true;
+    m_holdPending = !unbuffered;
     return true;
 }
 
@@ -71,10 +72,27 @@ bool COutFile::open(const wchar_t* path, bool append, bool unbuffered) {
 }
 
 void COutFile::close() {
+    writePending();
     if (m_stream && m_owned)
         std::fclose(m_stream);
     m_stream = nullptr;
     m_owned = false;
+    m_holdPending = false;
+}
+
+void COutFile::writePending() {
+    if (!m_pending)
+        return;
+    uint32_t n = m_pending->size();
+    if (!n)
+        return;
+    if (m_stream) {
+        if (m_plainPrint)
+            m_write(m_pending->data(), 1, n, m_stream);
+        else
+            m_print(m_stream, "%.*s", int(n), m_pending->data());
+    }
+    m_pending->clear();
 }
 
 void COutFile::attach(FILE* stream, bool owned) {
@@ -86,6 +104,7 @@ void COutFile::attach(FILE* stream, bool owned) {
 int COutFile::print(const char* format, ...) {
     if (!m_stream || !format)
         return 0;
+    writePending();
     va_list args;
     va_start(args, format);
     int n;
@@ -104,16 +123,19 @@ int COutFile::print(const char* format, ...) {
 int COutFile::vprint(const char* format, va_list args) {
     if (!m_stream || !format)
         return 0;
+    writePending();
     return m_vprint(m_stream, format, args);
 }
 
 size_t COutFile::writeBlock(const void* data, size_t size) {
     if (!m_stream || !data || !size)
         return 0;
+    writePending();
     return m_write(data, 1, size, m_stream);
 }
 
 void COutFile::flush() {
+    writePending();
     if (m_stream)
         std::fflush(m_stream);
 }

@@ -12,12 +12,16 @@
 //   vq::COutFile con(stdout);                // not owned: never closed here
 //   con.writeBlock("ok\n", 3);
 //
+// A derived writer may gather small pieces in a pending block (setPending); every
+// operation here writes that block out first, so the bytes keep their order.
+//
 // Failures: open() returns false when the file cannot be created or another writer
 // holds it; every output operation on a closed output does nothing and returns 0.
 // Write errors of the stream are not reported.
 #pragma once
 
 #include "vqk/config.h"
+#include "vqk/text/vector.h"
 
 #include <cstdarg>
 #include <cstddef>
@@ -67,6 +71,8 @@ public:
     size_t writeBlock(const void* data, size_t size);
     void flush();
 
+    // The stream itself. Bytes a derived writer holds back reach it on flush(); call
+    // that before writing to the stream directly.
     FILE* stream() const { return m_stream; }
     bool isOpen() const { return m_stream != nullptr; }
     bool isOwned() const { return m_owned; }
@@ -75,9 +81,20 @@ public:
     bool isPlainPrint() const { return m_plainPrint; }
 
 protected:
+    // The derived writer's block of bytes not yet handed to the stream; null for none.
+    void setPending(TVector<char>* pending) { m_pending = pending; }
+    // Writes the pending block through the block write (or the caller's print) and
+    // empties it.
+    void writePending();
+    // True when pending bytes may be held back between operations: the stream is the
+    // output's own and buffered, so nothing else writes to it in between.
+    bool mayHoldPending() const { return m_holdPending; }
+
     FILE* m_stream = nullptr;
     bool m_owned = false;
     bool m_plainPrint = true;
+    bool m_holdPending = false;
+    TVector<char>* m_pending = nullptr;
     PrintFn m_print;
     VPrintFn m_vprint;
     WriteFn m_write;

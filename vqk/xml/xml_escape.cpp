@@ -60,6 +60,29 @@ void appendXmlEscaped(TVector<char>& out, const char* s, size_t n, const SXmlEsc
     }
 }
 
+char* escapeXmlInto(char* out, const char* s, size_t n, const SXmlEscapeTable& table) {
+    const unsigned char* p = reinterpret_cast<const unsigned char*>(s);
+    const unsigned char* end = p + n;
+    while (p < end) {
+        const unsigned char* run = p;
+        while (p < end && table.cls[*p] == eCopy)
+            ++p;
+        if (p > run) {
+            std::memcpy(out, run, size_t(p - run));
+            out += p - run;
+        }
+        if (p == end)
+            break;
+        unsigned char c = table.cls[*p++];
+        if (c != eDrop) {
+            const SEntity& e = kEntities[c - eQuot];
+            std::memcpy(out, e.text, e.length);
+            out += e.length;
+        }
+    }
+    return out;
+}
+
 void escapeXmlStr(CTStr<char>& out, const char* in) {
     TVector<char>& a = out.array();
     a.clear();

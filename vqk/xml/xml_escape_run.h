@@ -30,4 +30,11 @@ const SXmlEscapeTable& xmlTextEscapes();
 // Appends s[0..n) escaped by `table`.
 void appendXmlEscaped(TVector<char>& out, const char* s, size_t n, const SXmlEscapeTable& table);
 
+// The longest expansion of one byte ("&quot;").
+constexpr size_t kXmlEscapeMaxGrowth = 6;
+
+// Writes s[0..n) escaped by `table` to `out`, which has room for n times
+// kXmlEscapeMaxGrowth bytes; returns the end of what was written.
+char* escapeXmlInto(char* out, const char* s, size_t n, const SXmlEscapeTable& table);
+
 } // namespace vq

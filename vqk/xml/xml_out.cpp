@@ -2,7 +2,6 @@
 
 #include "vqk/text/convert.h"
 
-#include <cctype>
 #include <cstring>
 
 namespace vq {
@@ -15,17 +14,21 @@ const char kDeclaration[] = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n";
 
 } // namespace
 
-CXmlOut::CXmlOut() = default;
+CXmlOut::CXmlOut() { setPending(&m_escaped); }
 
-CXmlOut::CXmlOut(const char* path) : COutFile(path) {}
+CXmlOut::CXmlOut(const char* path) : COutFile(path) { setPending(&m_escaped); }
 
-CXmlOut::CXmlOut(const wchar_t* path) : COutFile(path) {}
+CXmlOut::CXmlOut(const wchar_t* path) : COutFile(path) { setPending(&m_escaped); }
 
 CXmlOut::CXmlOut(FILE* stream, int (*print)(FILE*, const char*, ...))
-    : COutFile(stream, print == &std::fprintf ? nullptr : print) {}
+    : COutFile(stream, print == &std::fprintf ? nullptr : print) {
+    setPending(&m_escaped);
+}
 
 CXmlOut::~CXmlOut() {
-    // The buffers go with the members; the stream closes with the file output.
+    // The buffers die before the file output closes the stream: empty them first.
+    writePending();
+    setPending(nullptr);
     m_current = nullptr;
 }
 
@@ -35,7 +38,7 @@ bool CXmlOut::open(const wchar_t* path, bool append, bool unbuffered) {
         return false;
     if (!append) {
         put(kDeclaration, sizeof kDeclaration - 1);
-        flushPending();
+        endOp();
     }
     return true;
 }
@@ -59,44 +62,16 @@ void CXmlOut::setIndent(const char* indent) {
     m_indentLength = indent ? uint32_t(std::strlen(indent)) : 0;
 }
 
-void CXmlOut::put(const char* s) {
-    if (s)
-        put(s, std::strlen(s));
-}
-
 void CXmlOut::putIndent(int times) {
     for (int i = 0; i < times; ++i)
         put(m_indent, m_indentLength);
-}
-
-void CXmlOut::putAttrName(const char* name) {
-    if (!name || !*name)
-        return;
-    if (m_smallFirstLetter) {
-        put(char(std::tolower(static_cast<unsigned char>(name[0]))));
-        ++name;
-    }
-    put(name);
-}
-
-void CXmlOut::flushPending() {
-    uint32_t n = m_escaped.size();
-    if (!n)
-        return;
-    if (m_stream) {
-        if (m_plainPrint)
-            m_write(m_escaped.data(), 1, n, m_stream);
-        else
-            m_print(m_stream, "%.*s", int(n), m_escaped.data());
-    }
-    m_escaped.clear();
 }
 
 void CXmlOut::shift(int n) {
     if (!m_stream || !m_indent)
         return;
     putIndent(n >= 0 ? n : (m_current ? m_current->m_depth : 0));
-    flushPending();
+    endOp();
 }
 
 void CXmlOut::vraw(const char* format, va_list args) {
@@ -104,9 +79,10 @@ void CXmlOut::vraw(const char* format, va_list args) {
         return;
     if (m_current)
         m_current->body(CXmlOutElem::eBodyText);
-    flushPending();
     if (format)
-        m_vprint(m_stream, format, args);
+        vprint(format, args); // after the gathered bytes
+    else
+        endOp();
 }
 
 void CXmlOut::operator()(const char* format, ...) {
@@ -121,11 +97,10 @@ void CXmlOut::text(const char* name, const char* format, ...) {
         return;
     CXmlOutElem e(*this, name);
     e.body(CXmlOutElem::eBodyText);
-    flushPending();
     if (format) {
         va_list args;
         va_start(args, format);
-        m_vprint(m_stream, format, args);
+        vprint(format, args);
         va_end(args);
     }
 }
@@ -150,9 +125,10 @@ void CXmlOut::write(const char* data, int length) {
         return;
     if (m_current)
         m_current->body(CXmlOutElem::eBodyText);
-    flushPending();
     if (data && length > 0)
         writeBlock(data, size_t(length));
+    else
+        endOp();
 }
 
 void CXmlOut::comment(const char* text) {
@@ -160,7 +136,8 @@ void CXmlOut::comment(const char* text) {
         return;
     if (m_indent)
         putIndent(m_current ? m_current->m_depth : 0);
-    flushPending();
+    // A derived operator() may write through its own path: nothing may stay behind.
+    writePending();
     (*this)("<!-- %s -->\n", text ? text : "");
 }
 
@@ -171,7 +148,7 @@ void CXmlOut::indent(int n) {
         m_current->body(CXmlOutElem::eBodyText);
     int depth = m_current ? m_current->m_depth : 0;
     putIndent(n > 0 ? n : depth - n);
-    flushPending();
+    endOp();
 }
 
 } // namespace vq

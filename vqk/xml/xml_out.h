@@ -37,6 +37,7 @@
 #include <cstdarg>
 #include <cstddef>
 #include <cstdio>
+#include <cstring>
 
 #if defined(__GNUC__)
 #define VQK_PRINTF_LIKE(f, a) __attribute__((format(printf, f, a)))
@@ -165,17 +166,39 @@ private:
     void vraw(const char* format, va_list args);
     // Writes the start tag of a current element that has none yet.
     void beginAttr();
-    template <class Fill> void attrWith(const char* name, Fill fill);
+    // Writes ` name="`, then the value that `fill` puts at the pointer it is given
+    // (with room for `valueRoom` bytes; it returns the value's end), then '"'.
+    template <class Fill> void attrWith(const char* name, size_t valueRoom, Fill fill);
+    // Escapes a value at p, growing the block when the reserved room is too small.
+    char* putEscaped(char* p, const char* value, size_t n);
     void attrInts(const char* name, const int* v, int n);
     void attrDoubles(const char* name, const double* v, int n);
 
-    // Fixed pieces are gathered here and written with one block write per operation.
-    void put(const char* s, size_t n) { m_escaped.append(s, uint32_t(n)); }
-    void put(const char* s);
+    // Fixed pieces gather in the escaped-value buffer and go out with one block write
+    // per operation, or per few kilobytes when the stream is the writer's own.
+    void put(const char* s, size_t n) {
+        uint32_t size = m_escaped.size();
+        m_escaped.reserve(size + uint32_t(n));
+        std::memcpy(m_escaped.data() + size, s, n);
+        m_escaped.resize(size + uint32_t(n));
+    }
+    void put(const char* s) {
+        if (s)
+            put(s, std::strlen(s));
+    }
     void put(char c) { m_escaped.push_back(c); }
     void putIndent(int times);
-    void putAttrName(const char* name);
-    void flushPending();
+    // Room for an attribute with a value of up to `valueRoom` bytes; returns where the
+    // value goes, after ` name="`.
+    char* openAttr(const char* name, size_t valueRoom);
+    // Ends the value at `end` with the closing quote.
+    void closeAttr(char* end);
+    // Ends one operation: hands the gathered bytes to the stream unless they may wait.
+    void endOp() {
+        if (!mayHoldPending() || m_escaped.size() >= kHoldBytes)
+            writePending();
+    }
+    static constexpr uint32_t kHoldBytes = 32768;
 
     CXmlOutElem* m_current = nullptr;
     int m_id = 0;

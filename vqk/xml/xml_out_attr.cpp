@@ -1,11 +1,13 @@
 // Attribute forms of CXmlOut. Every value is produced and escaped inside one named
-// critical section shared by all writers; the typed forms format numbers with
+// critical section shared by all writers. The typed forms format numbers with
 // std::to_chars, whose output the C++ standard defines as printf's for the same
-// conversion, so only the general form pays for printf.
+// conversion ("%i", "%u", "%llu", "%.15g"), straight into the output block; only the
+// general form pays for printf.
 #include "vqk/xml/xml_out.h"
 
 #include "vqk/xml/xml_escape_run.h"
 
+#include <cctype>
 #include <cfloat>
 #include <charconv>
 #include <cmath>
@@ -17,15 +19,18 @@ namespace vq {
 
 namespace {
 
+// Enough for any one number the typed forms write ("%.15g" needs at most 23).
+constexpr size_t kNumberRoom = 32;
+
 // A component this small is noise from the arithmetic that produced it: write 0.
 double flushToZero(double v) { return std::fabs(v) < DBL_EPSILON ? 0.0 : v; }
 
 // "%.15g"
-char* putG15(char* p, char* end, double v) {
-    return std::to_chars(p, end, v, std::chars_format::general, 15).ptr;
+char* putG15(char* p, double v) {
+    return std::to_chars(p, p + kNumberRoom, v, std::chars_format::general, 15).ptr;
 }
 
-template <class I> char* putInt(char* p, char* end, I v) { return std::to_chars(p, end, v).ptr; }
+template <class I> char* putInt(char* p, I v) { return std::to_chars(p, p + kNumberRoom, v).ptr; }
 
 // "%.*f" with 15 decimals into 30 characters, then trailing zeros and a trailing
 // point removed; "#INF" when the fixed form does not fit.
@@ -53,7 +58,30 @@ void CXmlOut::beginAttr() {
         m_current->head(CXmlOutElem::eHead);
 }
 
-template <class Fill> void CXmlOut::attrWith(const char* name, Fill fill) {
+char* CXmlOut::openAttr(const char* name, size_t valueRoom) {
+    size_t nameLength = name ? std::strlen(name) : 0;
+    uint32_t size = m_escaped.size();
+    m_escaped.reserve(uint32_t(size + nameLength + valueRoom + 4));
+    char* p = m_escaped.data() + size;
+    *p++ = ' ';
+    if (nameLength) {
+        std::memcpy(p, name, nameLength);
+        if (m_smallFirstLetter)
+            *p = char(std::tolower(static_cast<unsigned char>(*p)));
+        p += nameLength;
+    }
+    *p++ = '=';
+    *p++ = '"';
+    return p;
+}
+
+void CXmlOut::closeAttr(char* end) {
+    *end++ = '"';
+    m_escaped.resize(uint32_t(end - m_escaped.data()));
+    endOp();
+}
+
+template <class Fill> void CXmlOut::attrWith(const char* name, size_t valueRoom, Fill fill) {
     if (!m_stream)
         return;
     beginAttr();
@@ -62,16 +90,22 @@ template <class Fill> void CXmlOut::attrWith(const char* name, Fill fill) {
         // Nothing may leave a critical section by an exception: a failed allocation
         // drops this attribute instead.
         try {
-            put(' ');
-            putAttrName(name);
-            put("=\"", 2);
-            fill();
-            put('"');
-            flushPending();
+            char* p = openAttr(name, valueRoom);
+            closeAttr(fill(p));
         } catch (...) {
             m_escaped.clear();
         }
     }
+}
+
+char* CXmlOut::putEscaped(char* p, const char* value, size_t n) {
+    if (n * kXmlEscapeMaxGrowth + 64 <= m_escaped.capacity() - uint32_t(p - m_escaped.data()))
+        return escapeXmlInto(p, value, n, xmlAttrEscapes());
+    // Too long for the room reserved: let the block grow as the value needs.
+    m_escaped.resize(uint32_t(p - m_escaped.data()));
+    appendXmlEscaped(m_escaped, value, n, xmlAttrEscapes());
+    m_escaped.reserve(m_escaped.size() + 1);
+    return m_escaped.data() + m_escaped.size();
 }
 
 void CXmlOut::vattr(const char* name, const char* format, va_list args) {
@@ -81,26 +115,23 @@ void CXmlOut::vattr(const char* name, const char* format, va_list args) {
         beginAttr();
         put(' ');
         put(name);
-        flushPending();
+        endOp();
         return;
     }
-    attrWith(name, [&] {
+    attrWith(name, kValueBufferSize * kXmlEscapeMaxGrowth, [&](char* p) {
         va_list copy;
         va_copy(copy, args);
         int n = std::vsnprintf(m_value, sizeof m_value, format, copy);
         va_end(copy);
         if (n <= 0)
-            return; // nothing, or text the C library cannot convert
-        const char* value = m_value;
-        std::unique_ptr<char[]> large;
-        if (n + 1 >= kValueBufferSize) {
-            large.reset(new (std::nothrow) char[size_t(n) + 1]);
-            if (!large)
-                return;
-            std::vsnprintf(large.get(), size_t(n) + 1, format, args);
-            value = large.get();
-        }
-        appendXmlEscaped(m_escaped, value, size_t(n), xmlAttrEscapes());
+            return p; // nothing, or text the C library cannot convert
+        if (n + 1 < kValueBufferSize)
+            return putEscaped(p, m_value, size_t(n));
+        std::unique_ptr<char[]> large(new (std::nothrow) char[size_t(n) + 1]);
+        if (!large)
+            return p;
+        std::vsnprintf(large.get(), size_t(n) + 1, format, args);
+        return putEscaped(p, large.get(), size_t(n));
     });
 }
 
@@ -114,42 +145,40 @@ void CXmlOut::attr(const char* name, const char* format, ...) {
 void CXmlOut::attrBool(const char* name, bool value) { attrInt(name, value ? 1 : 0); }
 
 void CXmlOut::attrInt(const char* name, int value) {
-    attrWith(name, [&] { put(m_value, size_t(putInt(m_value, m_value + 16, value) - m_value)); });
+    attrWith(name, kNumberRoom, [&](char* p) { return putInt(p, value); });
 }
 
 void CXmlOut::attrUint(const char* name, unsigned int value) {
-    attrWith(name, [&] { put(m_value, size_t(putInt(m_value, m_value + 16, value) - m_value)); });
+    attrWith(name, kNumberRoom, [&](char* p) { return putInt(p, value); });
 }
 
 void CXmlOut::attrID1(const char* name, uint64 value) {
-    attrWith(name, [&] { put(m_value, size_t(putInt(m_value, m_value + 24, value) - m_value)); });
+    attrWith(name, kNumberRoom, [&](char* p) { return putInt(p, value); });
 }
 
 void CXmlOut::attrD1(const char* name, double value) {
-    attrWith(name, [&] { put(m_value, size_t(putG15(m_value, m_value + 32, value) - m_value)); });
+    attrWith(name, kNumberRoom, [&](char* p) { return putG15(p, value); });
 }
 
 void CXmlOut::attrInts(const char* name, const int* v, int n) {
-    attrWith(name, [&] {
-        char* p = m_value;
+    attrWith(name, size_t(n) * (kNumberRoom + 1), [&](char* p) {
         for (int i = 0; i < n; ++i) {
             if (i)
                 *p++ = ' ';
-            p = putInt(p, p + 16, v[i]);
+            p = putInt(p, v[i]);
         }
-        put(m_value, size_t(p - m_value));
+        return p;
     });
 }
 
 void CXmlOut::attrDoubles(const char* name, const double* v, int n) {
-    attrWith(name, [&] {
-        char* p = m_value;
+    attrWith(name, size_t(n) * (kNumberRoom + 1), [&](char* p) {
         for (int i = 0; i < n; ++i) {
             if (i)
                 *p++ = ' ';
-            p = putG15(p, p + 32, flushToZero(v[i]));
+            p = putG15(p, flushToZero(v[i]));
         }
-        put(m_value, size_t(p - m_value));
+        return p;
     });
 }
 
@@ -184,29 +213,22 @@ void CXmlOut::attrD4(const char* name, double a, double b, double c, double d) {
 }
 
 void CXmlOut::attrDec3(const char* name, double a, double b, double c) {
-    attrWith(name, [&] {
-        char* p = m_value;
+    attrWith(name, 3 * 31, [&](char* p) {
         p = putTrimmedFixed(p, flushToZero(a));
         *p++ = ' ';
         p = putTrimmedFixed(p, flushToZero(b));
         *p++ = ' ';
-        p = putTrimmedFixed(p, flushToZero(c));
-        put(m_value, size_t(p - m_value));
+        return putTrimmedFixed(p, flushToZero(c));
     });
 }
 
 void CXmlOut::attrStr(const char* name, const char* value) {
-    attrWith(name, [&] {
-        if (value)
-            appendXmlEscaped(m_escaped, value, std::strlen(value), xmlAttrEscapes());
-    });
+    size_t n = value ? std::strlen(value) : 0;
+    attrWith(name, n < size_t(kValueBufferSize) ? n * kXmlEscapeMaxGrowth : 0,
+             [&](char* p) { return n ? putEscaped(p, value, n) : p; });
 }
 
-void CXmlOut::attrStr(const char* name, const CTStr<char>& value) {
-    attrWith(name, [&] {
-        appendXmlEscaped(m_escaped, value.str(), size_t(value.length()), xmlAttrEscapes());
-    });
-}
+void CXmlOut::attrStr(const char* name, const CTStr<char>& value) { attrStr(name, value.str()); }
 
 void CXmlOut::attrStr(const char* name, const wchar_t* value) { attr(name, "%ls", value ? value : L""); }
 

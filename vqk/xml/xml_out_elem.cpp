@@ -21,7 +21,7 @@ CXmlOutElem::CXmlOutElem(CXmlOut& out, const char* name, const char* cdataOpener
         else
             m_depth = m_parent->m_cdata ? ~d : d + 1;
         m_parent->body(eBodyElems);
-        out.flushPending();
+        out.endOp();
     }
     out.m_current = this;
 }
@@ -48,7 +48,7 @@ CXmlOutElem::~CXmlOutElem() {
     }
     if (!o.m_rawTags)
         o.put('\n');
-    o.flushPending();
+    o.endOp();
     o.m_current = m_parent;
 }
 

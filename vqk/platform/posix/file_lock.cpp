@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace vq {
@@ -18,7 +19,10 @@ FILE* openFileDenyWriters(const char* path, bool append) {
     int fd = ::open(path, flags, 0666);
     if (fd < 0)
         return nullptr;
-    if (::flock(fd, LOCK_EX | LOCK_NB) != 0 || (!append && ::ftruncate(fd, 0) != 0)) {
+    // Devices and pipes (/dev/null, a FIFO) have nothing to empty.
+    struct stat st;
+    bool regular = ::fstat(fd, &st) == 0 && S_ISREG(st.st_mode);
+    if (::flock(fd, LOCK_EX | LOCK_NB) != 0 || (!append && regular && ::ftruncate(fd, 0) != 0)) {
         int err = errno;
         ::close(fd);
         errno = err;
