@@ -85,6 +85,53 @@ TEST(XmlOutFile, CloseForgetsOpenElementsAndReopenStartsClean) {
     EXPECT_EQ(readFile(dir + "/2.xml"), std::string(kXmlOutDecl) + "<second/>\n");
 }
 
+TEST(XmlOutFile, HeldBytesKeepTheirOrderAndReachTheFileOnFlush) {
+    std::string dir = xml_out_test::tempDir("hold");
+    std::string path = dir + "/held.xml";
+    vq::CXmlOut out;
+    ASSERT_TRUE(out.open(path.c_str(), false, false));
+    {
+        vq::CXmlOutElem r(out, "r");
+        out.attrInt("a", 1);
+        out.print("%s", " b=\"2\""); // the file output's own print comes after them
+        out.writeBlock(">", 1);
+        out.attrStr("late", "x");   // no check: an attribute after the body goes into it
+        out.flush();
+        EXPECT_EQ(readFile(path), std::string(kXmlOutDecl) + "<r a=\"1\" b=\"2\"> late=\"x\"");
+    }
+    out.close();
+    EXPECT_EQ(readFile(path), std::string(kXmlOutDecl) + "<r a=\"1\" b=\"2\"> late=\"x\"/>\n");
+
+    // Unbuffered: every operation reaches the file at once.
+    std::string raw = dir + "/unbuffered.xml";
+    vq::CXmlOut now;
+    ASSERT_TRUE(now.open(raw.c_str(), true, true));
+    vq::CXmlOutElem e(now, "e");
+    now.attrInt("n", 5);
+    EXPECT_EQ(readFile(raw), "<e n=\"5\"");
+}
+
+TEST(XmlOutFile, DestructorWritesWhatIsHeld) {
+    std::string path = xml_out_test::tempDir("dtor") + "/d.xml";
+    {
+        auto* out = new vq::CXmlOut;
+        ASSERT_TRUE(out->open(path.c_str(), false, false));
+        {
+            vq::CXmlOutElem r(*out, "r");
+            for (int i = 0; i < 5000; ++i) { // more than is ever held back
+                vq::CXmlOutElem e(*out, "e");
+                out->attrInt("i", i);
+            }
+        }
+        delete out;
+    }
+    std::string got = readFile(path);
+    EXPECT_EQ(got.substr(got.size() - 19), "<e i=\"4999\"/>\n</r>\n");
+    auto doc = parseXml(got);
+    ASSERT_TRUE(doc);
+    EXPECT_EQ(xmlChildElementCount(xmlDocGetRootElement(doc.get())), 5000u);
+}
+
 std::string g_xmlOutPrinted;
 int xmlOutRecordingPrint(FILE* f, const char* format, ...) {
     char buf[4096];
