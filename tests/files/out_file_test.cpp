@@ -2,38 +2,21 @@
 // three output operations.
 #include "vqk/files/out_file.h"
 
+// The writer's test helpers serve the file output's tests as well.
+#include "../xml/xml_out_capture.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdarg>
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 
 namespace {
 
-std::string outFileTmp(const char* test) {
-    const char* root = std::getenv("VQK_TEST_TMP");
-    std::filesystem::path p = std::filesystem::path(root && *root ? root : "/tmp") / "out_file" / test;
-    std::error_code ec;
-    std::filesystem::remove_all(p, ec);
-    std::filesystem::create_directories(p, ec);
-    return p.string();
-}
-
-std::string outFileRead(const std::string& path) {
-    std::string s;
-    if (FILE* f = std::fopen(path.c_str(), "rb")) {
-        char buf[512];
-        size_t n;
-        while ((n = std::fread(buf, 1, sizeof buf, f)) > 0)
-            s.append(buf, n);
-        std::fclose(f);
-    }
-    return s;
-}
+using xml_out_test::readFile;
+using xml_out_test::tempDir;
 
 TEST(OutFileOpen, WritesAppendsAndTruncates) {
-    std::string path = outFileTmp("modes") + "/a.txt";
+    std::string path = tempDir("file_modes") + "/a.txt";
     {
         vq::COutFile f(path.c_str());
         ASSERT_TRUE(f.isOpen());
@@ -41,35 +24,35 @@ TEST(OutFileOpen, WritesAppendsAndTruncates) {
         f.print("%s=%i\n", "n", 3);
         EXPECT_EQ(f.writeBlock("xy\0z", 4), 4u);
     }
-    EXPECT_EQ(outFileRead(path), std::string("n=3\nxy\0z", 8));
+    EXPECT_EQ(readFile(path), std::string("n=3\nxy\0z", 8));
     {
         vq::COutFile f;
         ASSERT_TRUE(f.open(path.c_str(), true, false));
         f.print("%s", "more");
     }
-    EXPECT_EQ(outFileRead(path), std::string("n=3\nxy\0zmore", 12));
+    EXPECT_EQ(readFile(path), std::string("n=3\nxy\0zmore", 12));
     {
         vq::COutFile f;
         ASSERT_TRUE(f.open(path.c_str(), false, true));
         f.print("new");
         // Unbuffered: the bytes are in the file before any flush or close.
-        EXPECT_EQ(outFileRead(path), "new");
+        EXPECT_EQ(readFile(path), "new");
     }
 }
 
 TEST(OutFileOpen, WidePathsAreUtf8OnDisk) {
-    std::string dir = outFileTmp("wide");
+    std::string dir = tempDir("file_wide");
     vq::COutFile g;
     std::wstring wpath(dir.begin(), dir.end());
     wpath += L"/\u00e9t\u00e9.txt";
     ASSERT_TRUE(g.open(wpath.c_str(), false, false));
     g.print("w");
     g.close();
-    EXPECT_EQ(outFileRead(dir + "/\xC3\xA9t\xC3\xA9.txt"), "w");
+    EXPECT_EQ(readFile(dir + "/\xC3\xA9t\xC3\xA9.txt"), "w");
 }
 
 TEST(OutFileOpen, SecondWriterIsRefusedAndTruncatesNothing) {
-    std::string path = outFileTmp("lock") + "/held.txt";
+    std::string path = tempDir("file_lock") + "/held.txt";
     vq::COutFile first;
     ASSERT_TRUE(first.open(path.c_str(), false, false));
     first.print("kept");
@@ -78,7 +61,7 @@ TEST(OutFileOpen, SecondWriterIsRefusedAndTruncatesNothing) {
     EXPECT_FALSE(second.open(path.c_str(), false, false));
     EXPECT_FALSE(second.open(path.c_str(), true, false));
     EXPECT_FALSE(second.isOpen());
-    EXPECT_EQ(outFileRead(path), "kept");
+    EXPECT_EQ(readFile(path), "kept");
     first.close();
     EXPECT_TRUE(second.open(path.c_str(), true, false));
 }
@@ -141,7 +124,7 @@ TEST(OutFileStream, CallersPrintReceivesFormattedText) {
 }
 
 TEST(OutFileStream, AttachHandsOverOwnership) {
-    std::string path = outFileTmp("attach") + "/o.txt";
+    std::string path = tempDir("file_attach") + "/o.txt";
     FILE* raw = std::fopen(path.c_str(), "w");
     ASSERT_TRUE(raw);
     vq::COutFile f;
@@ -150,7 +133,7 @@ TEST(OutFileStream, AttachHandsOverOwnership) {
     f.print("x");
     f.close(); // closes raw: the text reaches the file
     EXPECT_FALSE(f.isOpen());
-    EXPECT_EQ(outFileRead(path), "x");
+    EXPECT_EQ(readFile(path), "x");
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// Test helpers for the XML writer's tests: a writer over a temporary stream whose
+// Test helpers for the XML writer's and the file output's tests: a writer over a temporary stream whose
 // bytes can be read back, and libxml2 as an independent judge of well-formedness.
 #pragma once
 
@@ -84,7 +84,7 @@ inline void writeFile(const std::string& path, const std::string& bytes) {
 // A fresh folder for one test's files under the test temporary folder.
 inline std::string tempDir(const char* test) {
     const char* root = std::getenv("VQK_TEST_TMP");
-    std::filesystem::path p = std::filesystem::path(root && *root ? root : "/tmp") / "xml_out" / test;
+    std::filesystem::path p = std::filesystem::path(root && *root ? root : "/tmp") / "output" / test;
     std::error_code ec;
     std::filesystem::remove_all(p, ec);
     std::filesystem::create_directories(p, ec);

@@ -177,6 +177,8 @@ private:
     // Fixed pieces gather in the escaped-value buffer and go out with one block write
     // per operation, or per few kilobytes when the stream is the writer's own.
     void put(const char* s, size_t n) {
+        if (!n)
+            return;
         uint32_t size = m_escaped.size();
         m_escaped.reserve(size + uint32_t(n));
         std::memcpy(m_escaped.data() + size, s, n);
