@@ -99,52 +99,31 @@ void decodeEntities(char* v) {
     *w = 0;
 }
 
-} // namespace
-
-ApXin::ApXin() {
-    m_buf.reserve(kInitialBuffer);
-    m_buf[0] = 0;
-    m_tag = m_buf.data();
-}
-
-ApXin::ApXin(FILE* file) : ApXin() { m_file = file; }
-
-ApXin::~ApXin() = default;
-
-void ApXin::init(FILE* file) {
-    m_file = file;
-    m_buf.reserve(kInitialBuffer);
-    m_buf[0] = 0;
-    m_tag = m_buf.data();
-    m_attrs.clear();
-    m_type = eXmlTagStart;
-    m_hold = false;
-}
 
 // Reads up to the next '<', then the construct's bytes up to the next '>' into the tag
 // buffer from `offset` on, NUL-terminated; `length` counts the bytes stored. Whatever
 // happens, the buffer holds a terminated text from `offset` on afterwards.
-const char* ApXin::readConstruct(uint32_t offset, uint32_t& length) {
+const char* readConstruct(ApXin& x, uint32_t offset, uint32_t& length) {
     length = 0;
-    FILE* f = m_file;
+    FILE* f = x.m_file;
     if (!f) {
-        m_buf[offset] = 0;
+        x.m_buf[offset] = 0;
         return apXinErrEof;
     }
     int c;
     do {
         c = nextByte(f);
         if (c == EOF) {
-            m_buf[offset] = 0;
+            x.m_buf[offset] = 0;
             return apXinErrEof;
         }
     } while (c != '<');
 
-    char* base = m_buf.data();
+    char* base = x.m_buf.data();
     char* p = base + offset;
     for (;;) {
         int stop = 0;
-        p = copyConstruct(f, p, base + m_buf.capacity() - 1, stop); // the last byte is kept for the NUL
+        p = copyConstruct(f, p, base + x.m_buf.capacity() - 1, stop); // the last byte is kept for the NUL
         if (stop == '>')
             break;
         if (stop == EOF) {
@@ -158,9 +137,9 @@ const char* ApXin::readConstruct(uint32_t offset, uint32_t& length) {
             length = used - offset;
             return apXinErrTag;
         }
-        m_buf.resize(used);
-        m_buf.grow(m_buf.capacity() + 1);
-        base = m_buf.data();
+        x.m_buf.resize(used);
+        x.m_buf.grow(x.m_buf.capacity() + 1);
+        base = x.m_buf.data();
         p = base + used;
     }
     *p = 0;
@@ -168,49 +147,22 @@ const char* ApXin::readConstruct(uint32_t offset, uint32_t& length) {
     return nullptr;
 }
 
-const char* ApXin::_readBegHeader(int header) {
-    if (m_hold) {
-        m_hold = false;
-        return nullptr;
-    }
-    m_attrs.clear();
-    bool headerConstruct = false;
-    for (;;) {
-        uint32_t length = 0;
-        const char* err = readConstruct(0, length);
-        m_tag = m_buf.data();
-        if (err)
-            return err;
-        char first = m_buf[0];
-        if (first != '!' && first != '?')
-            break;
-        if (header) {
-            headerConstruct = true;
-            break;
-        }
-    }
-    const char* err = cutTag(header);
-    if (!err && headerConstruct)
-        m_type = eXmlTagEmpty;
-    return err;
-}
-
 // Cuts the construct in the tag buffer into name and attributes.
-const char* ApXin::cutTag(int header) {
-    char* p = m_buf.data();
+const char* cutTag(ApXin& x, int header) {
+    char* p = x.m_buf.data();
     if (*p == '/') {
-        m_type = eXmlTagEnd;
+        x.m_type = eXmlTagEnd;
         ++p;
     } else {
-        m_type = eXmlTagStart;
+        x.m_type = eXmlTagStart;
     }
-    m_tag = p;
+    x.m_tag = p;
     while (!isBlank(*p) && *p != '/')
         ++p;
     char* nameEnd = p;
     if (!*p)
         return nullptr;
-    if (m_type == eXmlTagEnd)
+    if (x.m_type == eXmlTagEnd)
         return apXinErrTag;
 
     bool closed = false;
@@ -262,18 +214,79 @@ const char* ApXin::cutTag(int header) {
         *p++ = 0;
         if (entity)
             decodeEntities(value);
-        m_attrs.push_back(SAttr{name, value});
+        x.m_attrs.push_back(ApXin::SAttr{name, value});
     }
     if (closed) {
         if (*p)
             return apXinErrAttributes;
-        m_type = eXmlTagEmpty;
+        x.m_type = eXmlTagEmpty;
     }
-    if (m_smallFirstLetter)
-        makeSmallFirstLetterAttrName();
+    if (x.m_smallFirstLetter)
+        x.makeSmallFirstLetterAttrName();
     *nameEnd = 0;
     return nullptr;
 }
+
+// Compares an attribute's name, with the given name's first letter lowered when the
+// names are kept so.
+bool nameEquals(bool smallFirstLetter, const char* attrName, const char* name) {
+    if (!name)
+        return false;
+    if (!smallFirstLetter || !*name)
+        return std::strcmp(attrName, name) == 0;
+    return attrName[0] == lowered(name[0]) && std::strcmp(attrName + 1, name + 1) == 0;
+}
+
+} // namespace
+
+ApXin::ApXin() {
+    m_buf.reserve(kInitialBuffer);
+    m_buf[0] = 0;
+    m_tag = m_buf.data();
+}
+
+ApXin::ApXin(FILE* file) : ApXin() { m_file = file; }
+
+ApXin::~ApXin() = default;
+
+void ApXin::init(FILE* file) {
+    m_file = file;
+    m_buf.reserve(kInitialBuffer);
+    m_buf[0] = 0;
+    m_tag = m_buf.data();
+    m_attrs.clear();
+    m_type = eXmlTagStart;
+    m_hold = false;
+}
+
+
+const char* ApXin::_readBegHeader(int header) {
+    if (m_hold) {
+        m_hold = false;
+        return nullptr;
+    }
+    m_attrs.clear();
+    bool headerConstruct = false;
+    for (;;) {
+        uint32_t length = 0;
+        const char* err = readConstruct(*this, 0, length);
+        m_tag = m_buf.data();
+        if (err)
+            return err;
+        char first = m_buf[0];
+        if (first != '!' && first != '?')
+            break;
+        if (header) {
+            headerConstruct = true;
+            break;
+        }
+    }
+    const char* err = cutTag(*this, header);
+    if (!err && headerConstruct)
+        m_type = eXmlTagEmpty;
+    return err;
+}
+
 
 const char* ApXin::_readEnd(const char* name) {
     if ((m_type == eXmlTagEnd || m_type == eXmlTagEmpty) && isTag(name)) {
@@ -299,7 +312,7 @@ const char* ApXin::_skip() {
     int depth = 0;
     for (;;) {
         uint32_t length = 0;
-        const char* err = readConstruct(work, length);
+        const char* err = readConstruct(*this, work, length);
         m_tag = m_buf.data() + nameOffset;
         if (err)
             return err;
@@ -324,17 +337,10 @@ const char* ApXin::_skip() {
 
 bool ApXin::isTag(const char* name) const { return name && std::strcmp(m_tag, name) == 0; }
 
-bool ApXin::nameEquals(const char* attrName, const char* name) const {
-    if (!name)
-        return false;
-    if (!m_smallFirstLetter || !*name)
-        return std::strcmp(attrName, name) == 0;
-    return attrName[0] == lowered(name[0]) && std::strcmp(attrName + 1, name + 1) == 0;
-}
 
 ApXin::SAttr* ApXin::findAttr(const char* name) {
     for (SAttr& a : m_attrs)
-        if (nameEquals(a.name, name))
+        if (nameEquals(m_smallFirstLetter, a.name, name))
             return &a;
     return nullptr;
 }
@@ -344,7 +350,7 @@ const ApXin::SAttr* ApXin::findAttr(const char* name) const { return const_cast<
 bool ApXin::isAttrName(int index, const char* name) const {
     if (index < 0 || uint32_t(index) >= m_attrs.size())
         return false;
-    return nameEquals(m_attrs[index].name, name);
+    return nameEquals(m_smallFirstLetter, m_attrs[index].name, name);
 }
 
 int ApXin::attrI1(const char* name, int def) const {

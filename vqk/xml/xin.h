@@ -17,9 +17,11 @@
 //
 // Failures: every reading function returns null on success or one of the four
 // message texts below, never throws. After an error the tag buffer and the attribute
-// list hold whatever had been cut so far; the caller abandons the document. The
-// stream is not owned and is not closed. Nothing is allocated per tag once the tag
-// buffer and the attribute array have reached the size of the largest tag.
+// list hold whatever had been cut so far; the caller abandons the document.
+//
+// The stream is not owned and not closed. It is read without taking its lock, so it
+// belongs to this one tokenizer and to one thread at a time. Nothing is allocated per
+// tag once the tag buffer and the attribute array have reached the largest tag's size.
 #pragma once
 
 #include "vqk/config.h"
@@ -125,11 +127,6 @@ public:
     // tag in hand; later tags are lowered as they are read.
     void setSmallFirstLetterAttrName(bool on);
     void makeSmallFirstLetterAttrName();
-
-private:
-    const char* readConstruct(uint32_t offset, uint32_t& length);
-    const char* cutTag(int header);
-    bool nameEquals(const char* attrName, const char* name) const;
 };
 
 // The free forms; each forwards to the member of the same meaning.
