@@ -80,8 +80,8 @@ Events readerEvents(const std::string& path, bool hasDeclaration) {
     Events ev;
     try {
         CXmlIn in(path.c_str());
-        if (hasDeclaration && !in.readHeader())
-            ev.push_back("! no declaration");
+        if (in.readHeader() != hasDeclaration)
+            ev.push_back("! declaration misread");
         int depth = 0;
         do {
             in.read();
@@ -279,7 +279,8 @@ bool compareDocument(const std::string& path, const std::string& text) {
         ADD_FAILURE() << path << ": libxml2 rejects it";
         return false;
     }
-    Events ours = readerEvents(path, startsWith(text, 0, "<?xml"));
+    size_t bom = startsWith(text, 0, "\xEF\xBB\xBF") ? 3 : 0;
+    Events ours = readerEvents(path, startsWith(text, bom, "<?xml"));
     std::string diff = firstDifference(ours, ref);
     EXPECT_EQ(diff, "") << path;
     return diff.empty();
@@ -500,31 +501,28 @@ struct RootAttr {
 
 } // namespace
 
-TEST(XmlInConformance, ReferencesOtherThanTheFourEntitiesStayAsTheyStand) {
-    RootAttr numeric("<a v=\"&#65;&#x42;\"/>", "v");
-    EXPECT_EQ(numeric.reference, "AB");
-    EXPECT_EQ(numeric.ours, "&#65;&#x42;");
-    RootAttr apos("<a v=\"it&apos;s\"/>", "v");
-    EXPECT_EQ(apos.reference, "it's");
-    EXPECT_EQ(apos.ours, "it&apos;s");
-    RootAttr four("<a v=\"&lt;&amp;&gt;&quot;\"/>", "v");
-    EXPECT_EQ(four.ours, four.reference);
-}
-
-TEST(XmlInConformance, AGreaterThanSignEndsTheTagEvenInsideAValue) {
-    RootAttr gt("<a v=\"x>y\"/>", "v");
-    EXPECT_EQ(gt.reference, "x>y");
-    EXPECT_EQ(gt.ours, "! XML error: invalid tag attributes");
-    RootAttr single("<a w='1' v='x>y'/>", "w");
-    EXPECT_EQ(single.reference, "1");
-    EXPECT_EQ(single.ours, "! XML error: invalid tag attributes");
-}
-
-TEST(XmlInConformance, ValuesAndNamesAreNotNormalised) {
-    RootAttr tab("<a v=\"1\t2\n3\"/>", "v");
-    EXPECT_EQ(tab.reference, "1 2 3");
-    EXPECT_EQ(tab.ours, "1\t2\n3");
-    RootAttr dotted("<a b.c=\"1\"/>", "b.c");
-    EXPECT_EQ(dotted.reference, "1");
-    EXPECT_EQ(dotted.ours, "! XML error: invalid tag attributes");
+TEST(XmlInConformance, DifferencesByDesignAreWhatTheyShouldBe) {
+    struct Case {
+        const char* doc;
+        const char* attr;
+        const char* reference; // the full parser's value
+        const char* ours;      // the reader's value, or "! " and its message
+    };
+    const Case cases[] = {
+        // Only &amp; &lt; &gt; &quot; are decoded; other references stay as they stand.
+        {"<a v=\"&#65;&#x42;\"/>", "v", "AB", "&#65;&#x42;"},
+        {"<a v=\"it&apos;s\"/>", "v", "it's", "it&apos;s"},
+        {"<a v=\"&lt;&amp;&gt;&quot;\"/>", "v", "<&>\"", "<&>\""},
+        // A '>' ends the tag even inside a value, in either quotes.
+        {"<a v=\"x>y\"/>", "v", "x>y", "! XML error: invalid tag attributes"},
+        {"<a w='1' v='x>y'/>", "w", "1", "! XML error: invalid tag attributes"},
+        // Values are not normalised, and names end at '.' and '-'.
+        {"<a v=\"1\t2\n3\"/>", "v", "1 2 3", "1\t2\n3"},
+        {"<a b.c=\"1\"/>", "b.c", "1", "! XML error: invalid tag attributes"},
+    };
+    for (const Case& c : cases) {
+        RootAttr r(c.doc, c.attr);
+        EXPECT_EQ(r.reference, c.reference) << c.doc;
+        EXPECT_EQ(r.ours, c.ours) << c.doc;
+    }
 }

@@ -46,7 +46,7 @@ public:
         int attrs = pick(4);
         for (int k = 0; k < attrs; ++k)
             n->texts.emplace_back("s" + std::to_string(k), pickText());
-        n->number = int(m_rng()) - int(m_rng());
+        n->number = int(uint32_t(m_rng())); // the whole int range, both signs
         for (double& c : n->point)
             c = (double(m_rng()) - 2147483648.0) / double(1 + pick(1000));
         n->id = (vq::uint64(m_rng()) << 32) | m_rng();

@@ -105,6 +105,13 @@ TEST(XmlInTags, HeaderIsOptionalAndAPushedBackTagComesOnce) {
         EXPECT_STREQ(in.attrStr("encoding", ""), "UTF-8");
         in.read("a");
     }
+    for (const char* head : {"<!-- no declaration -->", "<!DOCTYPE a [ <!ENTITY e \"v\"> ]>",
+                             "<?pi data?>"}) {
+        ScratchXml doc(std::string(head) + "\n<a/>");
+        CXmlIn in(doc.c_str());
+        EXPECT_FALSE(in.readHeader()) << head;
+        EXPECT_EQ(thrownText([&] { in.read("a"); }), "") << head;
+    }
     ScratchXml doc("<a><b/><c/></a>");
     CXmlIn in(doc.c_str());
     EXPECT_FALSE(in.readHeader());

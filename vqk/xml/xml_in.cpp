@@ -100,8 +100,18 @@ bool CXmlIn::read2(const char* name) {
 
 bool CXmlIn::readHeader() {
     requireStream();
-    throwIf(_readBegHeader(1));
-    if (std::strcmp(m_tag, "?xml") == 0)
+    const char* error = _readBegHeader(1);
+    const char* text = m_buf.data();
+    const bool declaration = std::strncmp(text, "?xml", 4) == 0 &&
+                             (static_cast<unsigned char>(text[4]) <= ' ' || text[4] == '?');
+    // A comment, document type or processing instruction in the declaration's place
+    // is what read() passes over anyway. Pushed back it would come out as a tag, and
+    // its text need not split into attributes: it is dropped instead.
+    const bool passedOver = !declaration && (text[0] == '!' || text[0] == '?');
+    if (passedOver && (!error || error == apXinErrAttributes))
+        return false;
+    throwIf(error);
+    if (declaration)
         return true;
     m_hold = true;
     return false;

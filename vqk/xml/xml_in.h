@@ -68,8 +68,10 @@ public:
     // The same without exceptions: false on an error or another name (that tag is then
     // consumed, not pushed back).
     bool read2(const char* name = nullptr);
-    // One construct read in header mode: true when it is the "<?xml ...?>" declaration;
-    // anything else is pushed back, to be delivered by the next read, and gives false.
+    // One construct read in header mode: true when it is the "<?xml ...?>" declaration.
+    // Otherwise false: an element's tag is pushed back, to be delivered by the next
+    // read; a comment, document type or processing instruction is dropped, as read()
+    // would drop it.
     bool readHeader();
     // The end tag of `name` (any end tag when null); see ApXin::_readEnd.
     void readEnd(const char* name);
