@@ -2,11 +2,13 @@
 #include "vqk/xml/xml_in.h"
 
 #include "vqk/platform/file_open_read.h"
+#include "vqk/platform/stream_byte.h"
 #include "vqk/text/convert.h"
 
 #include <cctype>
 #include <cstring>
 #include <cwchar>
+#include <new>
 
 namespace vq {
 
@@ -15,6 +17,9 @@ const char* const xmlInErrMissedAttr = "Missed required attribute";
 const char* const xmlInErrNotOpen = "File is not open";
 
 namespace {
+
+// The largest text getText takes: the string's array counts in signed 32 bits.
+const uint32_t kMaxText = 0x3FFFFFFF;
 
 // Tokenizer results become exceptions here, so every caller sees the same texts.
 void throwIf(const char* error) {
@@ -181,15 +186,28 @@ void CXmlIn::getText(CTStr<char>& text, bool trim) {
     TVector<char>& a = text.array();
     a.clear();
     if (m_file) {
-        int c;
-        if (trim) {
-            while ((c = std::fgetc(m_file)) != EOF && c != '<' && std::isspace(c)) {
+        int c = platform::readByteUnlocked(m_file);
+        if (trim)
+            while (c != EOF && c != '<' && std::isspace(c))
+                c = platform::readByteUnlocked(m_file);
+        // Bytes go through a small block, so the text grows by whole blocks.
+        char block[4096];
+        int n = 0;
+        for (; c != EOF && c != '<'; c = platform::readByteUnlocked(m_file)) {
+            block[n++] = char(c);
+            if (n == int(sizeof block)) {
+                // Long texts (whole point lists on one line) grow the string by
+                // doubling rather than by the array's own quarter steps.
+                if (a.size() + uint32_t(n) > a.capacity()) {
+                    if (a.size() >= kMaxText)
+                        throw std::bad_alloc();
+                    a.reserve(a.size() * 2 + uint32_t(n));
+                }
+                a.append(block, uint32_t(n));
+                n = 0;
             }
-        } else {
-            c = std::fgetc(m_file);
         }
-        for (; c != EOF && c != '<'; c = std::fgetc(m_file))
-            a.push_back(char(c));
+        a.append(block, uint32_t(n));
         if (c == '<')
             std::ungetc(c, m_file);
         if (trim)

@@ -143,7 +143,7 @@ public:
 
     // Empties `text`, then takes every byte up to the next '<' (left in the stream) or
     // the end of the file, as it stands: entities are not decoded. With `trim`, blanks
-    // at both ends are dropped.
+    // at both ends are dropped. A text of a gigabyte or more throws std::bad_alloc.
     void getText(CTStr<char>& text, bool trim = false);
     // One line, as fgets reads it; false at the end of the file or without a stream.
     bool gets(char* buffer, int size);
