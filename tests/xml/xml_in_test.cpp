@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cctype>
 #include <cstring>
 #include <string>
 
@@ -306,6 +307,22 @@ TEST(XmlInText, TextIsTakenRawAndTrimmedOnRequest) {
     in.readEnd("d");
     in.getText(text, false);
     EXPECT_STREQ(text.str(), "tail");
+}
+
+TEST(XmlInText, LongTextsArriveWhole) {
+    std::string body;
+    for (int k = 0; body.size() < 50000; ++k)
+        body += std::to_string(k) + (k % 7 ? " " : "\n");
+    ScratchXml doc("<a>\n  " + body + " \n</a>");
+    CXmlIn in(doc.c_str());
+    in.read("a");
+    CStr text;
+    in.getText(text, true);
+    while (!body.empty() && std::isspace(static_cast<unsigned char>(body.back())))
+        body.pop_back();
+    ASSERT_EQ(text.length(), int(body.size()));
+    EXPECT_EQ(std::string(text.str()), body);
+    in.readEnd("a");
 }
 
 TEST(XmlInText, NumbersAndLinesFromTheStream) {
