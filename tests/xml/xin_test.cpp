@@ -213,6 +213,16 @@ TEST(XinSkip, KeepsTheNameWhileTheBufferGrows) {
     EXPECT_EQ(d.x._skip(), nullptr);
     EXPECT_STREQ(d.x.tag(), "element");
     EXPECT_TRUE(d.next().isTag("tail"));
+
+    // Names around the size of the first buffer, whose end may meet the buffer's end.
+    for (size_t n = 1015; n < 1035; ++n) {
+        std::string name(n, 'n');
+        XinOverText e("<" + name + "><x/></" + name + "><tail/>");
+        e.next();
+        EXPECT_EQ(e.x._skip(), nullptr) << n;
+        EXPECT_EQ(e.x.tag(), name);
+        EXPECT_TRUE(e.next().isTag("tail")) << n;
+    }
 }
 
 TEST(XinTypedAttributes, ConversionsAndDefaults) {

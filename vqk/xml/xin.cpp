@@ -105,6 +105,10 @@ void decodeEntities(char* v) {
 // happens, the buffer holds a terminated text from `offset` on afterwards.
 const char* readConstruct(ApXin& x, uint32_t offset, uint32_t& length) {
     length = 0;
+    if (x.m_buf.capacity() < offset + 2) { // room for one byte and the NUL
+        x.m_buf.resize(offset);
+        x.m_buf.grow(offset + 2);
+    }
     FILE* f = x.m_file;
     if (!f) {
         x.m_buf[offset] = 0;
