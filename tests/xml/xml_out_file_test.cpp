@@ -170,39 +170,18 @@ TEST(XmlOutFile, CallersPrintCarriesTheFixedText) {
     std::fclose(tmp);
 }
 
-TEST(XmlOutFile, RuntimePrintCountsAsPlain) {
-    FILE* tmp = std::tmpfile();
-    ASSERT_TRUE(tmp);
-    vq::CXmlOut out(tmp, &std::fprintf);
-    EXPECT_TRUE(out.isPlainPrint());
-    EXPECT_FALSE(out.isOwned());
-    out.close();
-    std::fclose(tmp);
-}
-
 TEST(XmlOutFile, GlobalWriterIsOnStandardOutput) {
     EXPECT_EQ(vq::xout.stream(), stdout);
     EXPECT_FALSE(vq::xout.isOwned());
     EXPECT_EQ(vq::xout.current(), nullptr);
 }
 
-TEST(XmlOutFile, StoredSettings) {
-    vq::CXmlOut out;
-    EXPECT_EQ(out.newId(), 1);
-    EXPECT_EQ(out.newId(), 2);
-    EXPECT_EQ(out.newId(), 3);
-    EXPECT_EQ(out.stop(), 0);
-    out.setStop(-7);
-    EXPECT_EQ(out.stop(), -7);
-    EXPECT_FALSE(out.isUseScaling());
-    EXPECT_EQ(out.scaleCoef(), 1.0);
-    out.setUseScaling(true);
-    out.setScaleCoef(25.4);
-    EXPECT_TRUE(out.isUseScaling());
-    EXPECT_EQ(out.scaleCoef(), 25.4);
-    EXPECT_EQ(out.indentString(), nullptr);
-    EXPECT_FALSE(out.isRawTags());
-    EXPECT_FALSE(out.isSmallFirstLetterAttrName());
+TEST(XmlOutFile, IdsCountFromOnePerWriter) {
+    vq::CXmlOut a, b;
+    EXPECT_EQ(a.newId(), 1);
+    EXPECT_EQ(a.newId(), 2);
+    EXPECT_EQ(b.newId(), 1);
+    EXPECT_EQ(a.newId(), 3);
 }
 
 } // namespace
