@@ -11,7 +11,7 @@ namespace {
 enum : unsigned char { eCopy = 0, eDrop = 1, eQuot = 2, eAmp, eApos, eLt, eGt };
 
 struct SEntity {
-    const char* text;
+    char text[8]; // padded, so that one fixed-size copy moves any entity
     unsigned char length;
 };
 
@@ -76,7 +76,7 @@ char* escapeXmlInto(char* out, const char* s, size_t n, const SXmlEscapeTable& t
         unsigned char c = table.cls[*p++];
         if (c != eDrop) {
             const SEntity& e = kEntities[c - eQuot];
-            std::memcpy(out, e.text, e.length);
+            std::memcpy(out, e.text, sizeof e.text);
             out += e.length;
         }
     }

@@ -34,7 +34,8 @@ void appendXmlEscaped(TVector<char>& out, const char* s, size_t n, const SXmlEsc
 constexpr size_t kXmlEscapeMaxGrowth = 6;
 
 // Writes s[0..n) escaped by `table` to `out`, which has room for n times
-// kXmlEscapeMaxGrowth bytes; returns the end of what was written.
+// kXmlEscapeMaxGrowth bytes plus 2 (entities are stored 8 bytes at a time); returns
+// the end of what was written.
 char* escapeXmlInto(char* out, const char* s, size_t n, const SXmlEscapeTable& table);
 
 } // namespace vq

@@ -180,7 +180,7 @@ private:
         if (!n)
             return;
         uint32_t size = m_escaped.size();
-        m_escaped.reserve(size + uint32_t(n));
+        makeRoom(n);
         std::memcpy(m_escaped.data() + size, s, n);
         m_escaped.resize(size + uint32_t(n));
     }
@@ -189,6 +189,11 @@ private:
             put(s, std::strlen(s));
     }
     void put(char c) { m_escaped.push_back(c); }
+    // Room for n more bytes; the common case, room enough, costs one comparison.
+    void makeRoom(size_t n) {
+        if (m_escaped.size() + n > m_escaped.capacity())
+            m_escaped.reserve(uint32_t(m_escaped.size() + n));
+    }
     void putIndent(int times);
     // Room for an attribute with a value of up to `valueRoom` bytes; returns where the
     // value goes, after ` name="`.

@@ -22,6 +22,9 @@ namespace {
 // Enough for any one number the typed forms write ("%.15g" needs at most 23).
 constexpr size_t kNumberRoom = 32;
 
+// Room to escape a value of n bytes in place.
+size_t escapeRoom(size_t n) { return n * kXmlEscapeMaxGrowth + 8; }
+
 // A component this small is noise from the arithmetic that produced it: write 0.
 double flushToZero(double v) { return std::fabs(v) < DBL_EPSILON ? 0.0 : v; }
 
@@ -60,9 +63,8 @@ void CXmlOut::beginAttr() {
 
 char* CXmlOut::openAttr(const char* name, size_t valueRoom) {
     size_t nameLength = name ? std::strlen(name) : 0;
-    uint32_t size = m_escaped.size();
-    m_escaped.reserve(uint32_t(size + nameLength + valueRoom + 4));
-    char* p = m_escaped.data() + size;
+    makeRoom(nameLength + valueRoom + 4);
+    char* p = m_escaped.data() + m_escaped.size();
     *p++ = ' ';
     if (nameLength) {
         std::memcpy(p, name, nameLength);
@@ -99,12 +101,12 @@ template <class Fill> void CXmlOut::attrWith(const char* name, size_t valueRoom,
 }
 
 char* CXmlOut::putEscaped(char* p, const char* value, size_t n) {
-    if (n * kXmlEscapeMaxGrowth + 64 <= m_escaped.capacity() - uint32_t(p - m_escaped.data()))
+    if (escapeRoom(n) <= m_escaped.capacity() - uint32_t(p - m_escaped.data()))
         return escapeXmlInto(p, value, n, xmlAttrEscapes());
     // Too long for the room reserved: let the block grow as the value needs.
     m_escaped.resize(uint32_t(p - m_escaped.data()));
     appendXmlEscaped(m_escaped, value, n, xmlAttrEscapes());
-    m_escaped.reserve(m_escaped.size() + 1);
+    makeRoom(1);
     return m_escaped.data() + m_escaped.size();
 }
 
@@ -118,7 +120,7 @@ void CXmlOut::vattr(const char* name, const char* format, va_list args) {
         endOp();
         return;
     }
-    attrWith(name, kValueBufferSize * kXmlEscapeMaxGrowth, [&](char* p) {
+    attrWith(name, escapeRoom(kValueBufferSize), [&](char* p) {
         va_list copy;
         va_copy(copy, args);
         int n = std::vsnprintf(m_value, sizeof m_value, format, copy);
@@ -224,7 +226,7 @@ void CXmlOut::attrDec3(const char* name, double a, double b, double c) {
 
 void CXmlOut::attrStr(const char* name, const char* value) {
     size_t n = value ? std::strlen(value) : 0;
-    attrWith(name, n < size_t(kValueBufferSize) ? n * kXmlEscapeMaxGrowth : 0,
+    attrWith(name, n < size_t(kValueBufferSize) ? escapeRoom(n) : 0,
              [&](char* p) { return n ? putEscaped(p, value, n) : p; });
 }
 
