@@ -134,8 +134,7 @@ void CXmlOut::write(const char* data, int length) {
 void CXmlOut::comment(const char* text) {
     if (!m_stream)
         return;
-    if (m_indent)
-        putIndent(m_current ? m_current->m_depth : 0);
+    shift(-1); // the depth of the element holding the comment, not one more
     // A derived operator() may write through its own path: nothing may stay behind.
     writePending();
     (*this)("<!-- %s -->\n", text ? text : "");
