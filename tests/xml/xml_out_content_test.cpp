@@ -58,6 +58,38 @@ TEST(XmlOutContent, CommentUnderAnOpenStartTag) {
     EXPECT_TRUE(parseXml(c.bytes()));
 }
 
+// A writer that sends raw output its own way; the writer's other output must reach
+// the stream before it.
+class CXmlOutTagged : public vq::CXmlOut {
+public:
+    using vq::CXmlOut::CXmlOut;
+    void operator()(const char* format, ...) override {
+        ++calls;
+        print("[%s]", format);
+    }
+    int calls = 0;
+};
+
+TEST(XmlOutContent, CommentsAndInsertionsGoThroughTheVirtualRawOutput) {
+    FILE* tmp = std::tmpfile();
+    ASSERT_TRUE(tmp);
+    {
+        CXmlOutTagged out(tmp, nullptr);
+        out.setIndent("  ");
+        vq::CXmlOutElem r(out, "r");
+        vq::CXmlOutElem a(out, "a");
+        out.attrInt("k", 1);
+        out.comment("c");
+        EXPECT_EQ(out.calls, 1);
+    }
+    std::rewind(tmp);
+    char buf[128] = {};
+    std::fread(buf, 1, sizeof buf - 1, tmp);
+    std::fclose(tmp);
+    // The override opened no body, so a still closes as an element with attributes.
+    EXPECT_STREQ(buf, "<r>\n  <a k=\"1\"  [<!-- %s -->\n]/>\n</r>\n");
+}
+
 TEST(XmlOutContent, CommentBetweenChildren) {
     CCapture c;
     c.out.setIndent("\t");
