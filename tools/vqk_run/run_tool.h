@@ -1,0 +1,42 @@
+// The tool's job runner and the helpers its jobs share.
+#pragma once
+
+#include "vqk/vqk.h"
+
+#include <map>
+#include <string>
+
+namespace vqk_run {
+
+// The tool's source name in the records its jobs file (logFail and its family).
+constexpr const char* kSource = "vqk_run";
+
+// What one XML file holds: its elements by name, their deepest nesting and the number
+// of attributes, and how long reading it took.
+struct SXmlShape {
+    std::map<std::string, int> elements;
+    int elementCount = 0;
+    int attributeCount = 0;
+    int maxDepth = 0;
+    double seconds = 0;
+};
+
+using FReport = void (*)(vq::SJobStat& stat, const char* msg, const char* file, int line);
+
+// Formats a message, escapes it for XML (it lands in the job_log as a console line and
+// as a record attribute) and reports it with `report` (vq::logFail, vq::logWarn, ...).
+void reportf(FReport report, vq::SJobStat& stat, int line, const char* format, ...)
+#if defined(__GNUC__)
+    __attribute__((format(printf, 4, 5)))
+#endif
+    ;
+
+// Reads `path` with the library's pull reader. Throws the reader's message (a
+// character string) when the file cannot be opened or is not well formed.
+SXmlShape readXmlShape(const char* path);
+
+// Writes the shape as an `xml_summary` element (its counters, then one `element`
+// child per name) on vq::xout.
+void writeXmlShape(const char* path, const SXmlShape& shape);
+
+} // namespace vqk_run

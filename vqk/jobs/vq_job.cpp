@@ -1,0 +1,473 @@
+// The job runner: option scan, the choice between a registered function and a job
+// file, the per-job record on vq::xout, and the exception barrier around every job.
+#include "vqk/jobs/job.h"
+
+#include "vqk/diagnostics/log_workflow.h"
+#include "vqk/files/file_path.h"
+#include "vqk/platform/clock.h"
+#include "vqk/platform/console.h"
+#include "vqk/platform/current_dir.h"
+#include "vqk/platform/dir_list.h"
+#include "vqk/text/bounded.h"
+#include "vqk/xml/xml_escape.h"
+#include "vqk/xml/xml_in.h"
+#include "vqk/xml/xml_out.h"
+
+#include <cctype>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <memory>
+
+namespace vq {
+
+namespace {
+
+// The runner files its own records under this source name and these lines. Log
+// readers and scripts key on the pairs, so they stay fixed whatever happens to the
+// layout of this file; the remaining records carry their real line.
+const char* const kRunnerFile = "vq_job";
+enum ERunnerLine {
+    eLineNoFunction = 290,
+    eLineNoMaskMatch = 466,
+    eLineCantOpen = 525,
+    eLineCantChangeDir = 598,
+    eLineNoJobName = 697,
+    eLineThrownText = 720,
+    eLineStdException = 724,
+    eLineUnknownException = 728,
+};
+
+const char* const kUsage =
+    "{job} [args] [opts]\n\n{job}: job file or registered function name\n[args]: job specific "
+    "argument list\n[opts]: options\n\n  Options format:\n  //{option}[+][-] [args]\n\n  Available "
+    "options:\n  //b: batch mode, no user interaction\n  //o {stdout file}: redirect stdout to the "
+    "file\n  //e {stderr file}: redirect stderr to the file\n";
+
+// Fixed buffers of the failure path, so that reporting never allocates.
+enum { eMessageSize = 2048, eArgTextSize = 1024, eElemNameSize = 256, eArgNameSize = 10 };
+
+const char* nonNull(const char* s) { return s ? s : ""; }
+
+// Reports a runner failure: counted, console line, `error` record, and a `Fail`
+// element echoing the message (escaped, so that odd names keep the document valid).
+void fail(SJobStat& stat, const char* msg, int line) {
+    logFail(stat, msg, kRunnerFile, line);
+    CStr escaped;
+    escapeXmlStr(escaped, msg);
+    xout.text("Fail", "%s", escaped.str());
+}
+
+template <class... A> void failf(SJobStat& stat, int line, const char* format, A... args) {
+    char msg[eMessageSize];
+    if (vq::sprintf(msg, sizeof msg, format, args...) < 0)
+        vq::strncpy(msg, sizeof msg, format, platform::kTruncate);
+    fail(stat, msg, line);
+}
+
+// Removes argv[i] .. argv[i+n-1], shifting the rest left.
+void removeArgs(int& argc, char** argv, int i, int n) {
+    if (n > argc - i)
+        n = argc - i;
+    for (int k = i; k + n < argc; ++k)
+        argv[k] = argv[k + n];
+    argc -= n;
+    argv[argc] = nullptr;
+}
+
+bool isOption(const char* a) { return a && a[0] == '/' && (a[1] == '/' || a[1] == '.'); }
+
+// Restores the current folder when a job entry changed it, so that every entry of a
+// list resolves its `dir` from where the tool was started.
+class CDirRestore {
+public:
+    CDirRestore() { m_saved = platform::currentDir(m_dir); }
+    ~CDirRestore() {
+        if (m_saved)
+            platform::changeDir(m_dir.str());
+    }
+    CDirRestore(const CDirRestore&) = delete;
+    CDirRestore& operator=(const CDirRestore&) = delete;
+
+private:
+    CStr m_dir;
+    bool m_saved;
+};
+
+// An argument vector built from owned strings, for the jobs a job file starts.
+class CArgs {
+public:
+    void add(const char* s) { m_text.push_back(CStr(s)); }
+    int argc() const { return int(m_text.size()); }
+    char* const* argv() {
+        m_ptr.clear();
+        for (CStr& s : m_text)
+            m_ptr.push_back(const_cast<char*>(s.str()));
+        m_ptr.push_back(nullptr);
+        return m_ptr.data();
+    }
+
+private:
+    TVectorC<CStr> m_text;
+    TVector<char*> m_ptr;
+};
+
+void writeFileAttr(const char* path) {
+    CStr fileExt;
+    TFilePath<char>(path).getFileExt(fileExt);
+    xout.attrStr("file", fileExt.str());
+}
+
+} // namespace
+
+CJob::CJob(const char* appName) : m_appName(appName ? appName : "Application") {}
+
+CJob::~CJob() = default;
+
+void CJob::usage() const { xout("Usage: %s %s\n", m_appName, kUsage); }
+
+void CJob::pauseUnlessBatch() {
+    if (!CJobInfo::s_batch)
+        wait(nullptr, 0);
+}
+
+int CJob::wait(const char* text, int seconds) {
+    flush();
+    if (CJobInfo::s_batch)
+        return 0;
+    COutFile& console = CJobHost::host().console();
+    console.print("\n<!--%s-->\n", text ? text : "Press any key to continue");
+    console.flush();
+    platform::CRawConsole keys;
+    const uint64 start = platform::clockMs();
+    for (;;) {
+        int step = 50;
+        if (seconds >= 1) {
+            uint64 elapsed = platform::clockMs() - start;
+            if (elapsed / 1000 >= uint64(seconds))
+                return 0;
+            uint64 left = uint64(seconds) * 1000 - elapsed;
+            if (left < uint64(step))
+                step = int(left);
+        }
+        int key = keys.pollKey(step);
+        if (key >= 0)
+            return key;
+    }
+}
+
+bool CJob::main(int argc, char** argv) {
+    CJobHost& host = CJobHost::host();
+    for (int i = 1; i < argc;) {
+        const char* a = argv[i];
+        if (!isOption(a)) {
+            ++i;
+            continue;
+        }
+        const char letter = char(std::tolower((unsigned char)a[2]));
+        const bool on = !(a[2] && a[3] == '-');
+        const char* file = i + 1 < argc ? nonNull(argv[i + 1]) : "";
+        switch (letter) {
+        case 'b':
+            CJobInfo::s_batch = on;
+            removeArgs(argc, argv, i, 1);
+            break;
+        case 'x':
+            CJobInfo::s_xml = on;
+            removeArgs(argc, argv, i, 1);
+            break;
+        case 'o':
+            removeArgs(argc, argv, i, 2);
+            host.setOutRedirected(true);
+            if (on && !redirectOut(file)) {
+                xout("Fatal: can't open %s\n", file);
+                flush();
+                pauseUnlessBatch();
+                return false;
+            }
+            break;
+        case 'e':
+            removeArgs(argc, argv, i, 2);
+            if (on && !redirectErr(file)) {
+                xout("Fatal: can't open %s\n", file);
+                return false;
+            }
+            break;
+        default:
+            removeArgs(argc, argv, i, 1);
+            break;
+        }
+    }
+
+    if (argc < 2) {
+        usage();
+        flush();
+        pauseUnlessBatch();
+        return false;
+    }
+
+    bool ok;
+    xout.setIndent("  ");
+    {
+        CXmlOutElemKeeper root(xout.isOpen() ? &xout : nullptr, "job_log");
+        ok = main_job(argc, argv, m_stat);
+        host.totals().add(m_stat);
+        m_stat.print(xout, nullptr);
+    }
+    host.clearJobs();
+    return ok;
+}
+
+bool CJob::main_func(int argc, char* const* argv, SJobStat& stat, FJobXml xmlFn, CXmlIn* xmlIn,
+                     const char* file) {
+    CLogWorkflow::CTag tag(3, "job", argc > 1 ? argv[1] : "");
+    return main_func_imp(argc, argv, stat, xmlFn, xmlIn, file);
+}
+
+bool CJob::main_func_imp(int argc, char* const* argv, SJobStat& stat, FJobXml xmlFn, CXmlIn* xmlIn,
+                         const char* file) {
+    // Every job sees the same pseudo-random sequence, whatever ran before it.
+    std::srand(42);
+    SJobStat local;
+    local.job = 1;
+
+    if (xmlFn) {
+        // The caller opened the `func` element.
+        xout.text("out", " ");
+        bool result = xmlFn(*xmlIn, file, local);
+        stat.add(local);
+        return result;
+    }
+
+    const char* name = argv[1];
+    FJob fn = CJobHost::host().findJob(name);
+    CXmlOutElem func(xout, "func");
+    xout.attrStr("func", name);
+    xout.attrStr("dir", m_dir.str());
+    if (argc > 2)
+        writeFileAttr(argv[2]);
+    for (int k = 3; k < argc; ++k) {
+        char attrName[16];
+        vq::sprintf(attrName, sizeof attrName, "arg%d", k - 2);
+        xout.attrStr(attrName, nonNull(argv[k]));
+    }
+    xout.text("out", " ");
+    if (!fn) {
+        // The record made for this job is dropped: an unknown name is not a job run.
+        stat.fail += 1;
+        SJobStat dropped;
+        failf(dropped, eLineNoFunction, "Can't find registered function '%s'", name);
+        return stat.isOk();
+    }
+    flush();
+    bool result = fn(argc - 1, argv + 1, local);
+    stat.add(local);
+    return result;
+}
+
+void CJob::runJobMask(SJobStat& stat, const char* dir, const char* mask, const char* name, int argc,
+                      char* const* args) {
+    TVectorC<CStr> files;
+    platform::listFiles(dir, mask, files);
+    if (files.empty()) {
+        failf(stat, eLineNoMaskMatch, "No file with mask: %s", mask);
+        return;
+    }
+    // A mask with a folder part lists that folder: the job gets the same folder prefix.
+    CStr prefix;
+    if (const char* slash = std::strrchr(mask, '/'))
+        prefix.reset(mask, 0, int(slash - mask) + 1);
+    for (const CStr& f : files) {
+        CArgs a;
+        a.add(args[0]);
+        a.add(name);
+        CStr path(prefix);
+        path += f;
+        a.add(path.str());
+        for (int k = 1; k < argc; ++k)
+            a.add(args[k]);
+        main_job(a.argc(), a.argv(), stat);
+    }
+}
+
+// One `job` entry of a job file, with its tag in hand. False when the list must stop.
+bool CJob::runJobEntry(SJobStat& stat, CXmlIn& in, const char* program) {
+    // The values point into the reader's tag buffer: copy them before anything runs.
+    CStr dir(in.attrStr("dir", nullptr));
+    bool hasDir = in.hasAttr("dir");
+    CStr name(in.attrStr("name", nullptr));
+    bool hasMask = in.hasAttr("mask");
+    CStr mask(in.attrStr("mask", nullptr));
+    CArgs a;
+    a.add(program);
+    a.add(name.str());
+    for (int k = 1;; ++k) {
+        char attrName[eArgNameSize];
+        if (vq::sprintf(attrName, sizeof attrName, "arg%d", k) < 0 || !in.hasAttr(attrName))
+            break;
+        a.add(in.attrStr(attrName, ""));
+    }
+
+    CDirRestore restore;
+    CStr savedDir(m_dir);
+    if (hasDir) {
+        if (!platform::changeDir(dir.str())) {
+            failf(stat, eLineCantChangeDir, "Can't change dir to %s", dir.str());
+            return true;
+        }
+        platform::currentDir(m_dir);
+    }
+    if (hasMask) {
+        // runJobMask takes the arguments after the job name: (program, arg1, ...).
+        CArgs rest;
+        char* const* av = a.argv();
+        rest.add(av[0]);
+        for (int k = 2; k < a.argc(); ++k)
+            rest.add(av[k]);
+        runJobMask(stat, nullptr, mask.str(), name.str(), rest.argc(), rest.argv());
+    } else {
+        main_job(a.argc(), a.argv(), stat);
+    }
+    m_dir = savedDir;
+    return true;
+}
+
+bool CJob::main_file(int argc, char* const* argv, SJobStat& stat) {
+    CStr full;
+    if (!fullpath(full, argv[1])) {
+        failf(stat, __LINE__, "%s is not a valid file path", argv[1]);
+        return stat.isOk();
+    }
+    TFilePath<char> path(full);
+    CStr folder;
+    path.getDriveFolder(folder);
+    CStr savedDir(m_dir);
+    m_dir = folder;
+
+    CXmlIn in;
+    if (!in.open(full.str())) {
+        failf(stat, eLineCantOpen, "Can't open file '%s'", argv[1]);
+        m_dir = savedDir;
+        return stat.isOk();
+    }
+    in.read(nullptr);
+    if (in.isTag("job")) {
+        runJobEntry(stat, in, argv[0]);
+    } else if (in.isTag("jobs")) {
+        // `group` only structures a list: its children run as if they stood in the list.
+        for (;;) {
+            in.read(nullptr);
+            if (in.isTag("group") || (in.isTag("job") && in.isTagEnd()))
+                continue;
+            if (in.isTag("jobs"))
+                break;
+            if (in.isTag("job")) {
+                runJobEntry(stat, in, argv[0]);
+                continue;
+            }
+            failf(stat, __LINE__, "%s", "Fatal: unknown tag in jobs list file");
+            break;
+        }
+    } else {
+        CArgs a;
+        a.add(argv[0]);
+        a.add(full.str());
+        main_file_func(stat, in, in.tagStr(), folder.str(), a.argc(), a.argv());
+    }
+    m_dir = savedDir;
+    return stat.isOk();
+}
+
+void CJob::main_file_func(SJobStat& stat, CXmlIn& in, const char* elementName, const char* dir,
+                          int argc, char* const* argv) {
+    CDirRestore restore;
+    if (dir && *dir && !platform::changeDir(dir)) {
+        failf(stat, eLineCantChangeDir, "Can't change dir to %s", dir);
+        return;
+    }
+    char name[eElemNameSize];
+    vq::strncpy(name, sizeof name, elementName, platform::kTruncate);
+    const char* file = argc > 1 ? argv[1] : "";
+
+    if (const STestDescriptor* test = CJobHost::host().findTest(name)) {
+        CXmlOutElem func(xout, "func");
+        xout.attrStr("func", name);
+        xout.attrStr("dir", m_dir.str());
+        writeFileAttr(file);
+        std::unique_ptr<CTest> t(test->factory(in, file));
+        if (!t) {
+            failf(stat, __LINE__, "Can't create test '%s'", name);
+            return;
+        }
+        t->run();
+        stat.add(t->summary());
+        return;
+    }
+    if (FJobXml fn = CJobHost::host().findJobXml(name)) {
+        CXmlOutElem func(xout, "func");
+        xout.attrStr("func", name);
+        xout.attrStr("dir", m_dir.str());
+        writeFileAttr(file);
+        main_func(argc, argv, stat, fn, &in, file);
+        return;
+    }
+    CArgs a;
+    a.add(argv[0]);
+    a.add(name);
+    a.add(file);
+    main_job(a.argc(), a.argv(), stat);
+}
+
+bool CJob::main_job(int argc, char* const* argv, SJobStat& stat) {
+    const char* name = argc < 2 ? "no name" : nonNull(argv[1]);
+
+    // The job's arguments as raw attribute text: arg2="..." arg3="..." (k is the index
+    // in argv). Values go in unescaped; an over-long text is cut by the bounded append.
+    char argText[eArgTextSize];
+    argText[0] = 0;
+    for (int k = 2; k < argc; ++k) {
+        char one[eMessageSize];
+        if (vq::sprintf(one, sizeof one, "%sarg%d=\"%s\"", k == 2 ? "" : " ", k, nonNull(argv[k])) < 0)
+            break;
+        vq::strcat(argText, sizeof argText, one);
+    }
+
+    CXmlOutElem job(xout, "job");
+    xout.attrStr("name", name);
+    if (argText[0])
+        xout.attr(argText, nullptr);
+
+    CJobInfo info(&sum);
+    SJobStat local;
+    bool result = false;
+    if (argc < 2) {
+        failf(local, eLineNoJobName, "%s", "No job file or function name");
+    } else {
+        try {
+            const uint64 start = platform::clockMs();
+            if (std::strchr(name, '.'))
+                result = main_file(argc, argv, local);
+            else
+                result = main_func(argc, argv, local, nullptr, nullptr, nullptr);
+            const uint64 end = platform::clockMs();
+            xout.text("time", "%.8g", std::fabs(double(end - start) / 1000.0));
+        } catch (const char* text) {
+            failf(local, eLineThrownText, "%s : %s", name, nonNull(text));
+            result = false;
+        } catch (const std::exception& e) {
+            failf(local, eLineStdException, "%s : %s", name, e.what());
+            result = false;
+        } catch (...) {
+            failf(local, eLineUnknownException, "Unknown exception at %s", name);
+            result = false;
+        }
+    }
+    // A job that only warned has not succeeded either.
+    const bool success = result && local.isOk();
+    xout.text("ret", "%d", success ? 0 : -1);
+    stat.add(local);
+    return success;
+}
+
+} // namespace vq
