@@ -38,4 +38,10 @@
 #include "vqk/diagnostics/log_workflow.h"
 
 // -- jobs
+#include "vqk/jobs/global_props.h"
 #include "vqk/jobs/job.h"
+#include "vqk/jobs/job_host.h"
+#include "vqk/jobs/job_info.h"
+#include "vqk/jobs/job_stat.h"
+#include "vqk/jobs/regression_test.h"
+#include "vqk/jobs/vq_exit.h"

@@ -1,7 +1,10 @@
 // The tool's job runner and the helpers its jobs share.
 #pragma once
 
+#include "vqk/platform/dir_list.h"
+#include "vqk/platform/std_redirect.h"
 #include "vqk/vqk.h"
+#include "vqk/xml/xml_escape.h"
 
 #include <map>
 #include <string>

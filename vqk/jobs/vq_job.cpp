@@ -2,18 +2,18 @@
 // file, the per-job record on vq::xout, and the exception barrier around every job.
 #include "vqk/jobs/job.h"
 
-#include "vqk/diagnostics/log_workflow.h"
 #include "vqk/files/file_path.h"
 #include "vqk/platform/clock.h"
 #include "vqk/platform/console.h"
 #include "vqk/platform/current_dir.h"
 #include "vqk/platform/dir_list.h"
-#include "vqk/text/bounded.h"
+#include "vqk/jobs/fixed_text.h"
 #include "vqk/xml/xml_escape.h"
 #include "vqk/xml/xml_in.h"
 #include "vqk/xml/xml_out.h"
 
 #include <cctype>
+#include <cstdarg>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -59,10 +59,18 @@ void fail(SJobStat& stat, const char* msg, int line) {
     xout.text("Fail", "%s", escaped.str());
 }
 
-template <class... A> void failf(SJobStat& stat, int line, const char* format, A... args) {
+// Over-long messages (huge paths) are cut rather than lost.
+void failf(SJobStat& stat, int line, const char* format, ...)
+#if defined(__GNUC__)
+    __attribute__((format(printf, 3, 4)))
+#endif
+    ;
+void failf(SJobStat& stat, int line, const char* format, ...) {
     char msg[eMessageSize];
-    if (vq::sprintf(msg, sizeof msg, format, args...) < 0)
-        vq::strncpy(msg, sizeof msg, format, platform::kTruncate);
+    va_list args;
+    va_start(args, format);
+    jobs::vformatCut(msg, sizeof msg, format, args);
+    va_end(args);
     fail(stat, msg, line);
 }
 
@@ -77,6 +85,24 @@ void removeArgs(int& argc, char** argv, int i, int n) {
 }
 
 bool isOption(const char* a) { return a && a[0] == '/' && (a[1] == '/' || a[1] == '.'); }
+
+char optionLetter(const char* a) { return char(std::tolower((unsigned char)a[2])); }
+bool optionOn(const char* a) { return !(a[2] && a[3] == '-'); }
+
+// Applies the batch options from argv[i] on. When the scan stops early (an output that
+// cannot be redirected), a //b further along the line still means that nobody is there
+// to press a key.
+void applyLaterBatchOptions(int argc, char** argv, int i) {
+    for (; i < argc; ++i) {
+        if (!isOption(argv[i]))
+            continue;
+        const char letter = optionLetter(argv[i]);
+        if (letter == 'b')
+            CJobInfo::s_batch = optionOn(argv[i]);
+        else if (letter == 'o' || letter == 'e')
+            ++i;
+    }
+}
 
 // Restores the current folder when a job entry changed it, so that every entry of a
 // list resolves its `dir` from where the tool was started.
@@ -165,8 +191,8 @@ bool CJob::main(int argc, char** argv) {
             ++i;
             continue;
         }
-        const char letter = char(std::tolower((unsigned char)a[2]));
-        const bool on = !(a[2] && a[3] == '-');
+        const char letter = optionLetter(a);
+        const bool on = optionOn(a);
         const char* file = i + 1 < argc ? nonNull(argv[i + 1]) : "";
         switch (letter) {
         case 'b':
@@ -183,6 +209,7 @@ bool CJob::main(int argc, char** argv) {
             if (on && !redirectOut(file)) {
                 xout("Fatal: can't open %s\n", file);
                 flush();
+                applyLaterBatchOptions(argc, argv, i);
                 pauseUnlessBatch();
                 return false;
             }
@@ -221,7 +248,6 @@ bool CJob::main(int argc, char** argv) {
 
 bool CJob::main_func(int argc, char* const* argv, SJobStat& stat, FJobXml xmlFn, CXmlIn* xmlIn,
                      const char* file) {
-    CLogWorkflow::CTag tag(3, "job", argc > 1 ? argv[1] : "");
     return main_func_imp(argc, argv, stat, xmlFn, xmlIn, file);
 }
 
@@ -249,7 +275,7 @@ bool CJob::main_func_imp(int argc, char* const* argv, SJobStat& stat, FJobXml xm
         writeFileAttr(argv[2]);
     for (int k = 3; k < argc; ++k) {
         char attrName[16];
-        vq::sprintf(attrName, sizeof attrName, "arg%d", k - 2);
+        jobs::formatFixed(attrName, sizeof attrName, "arg%d", k - 2);
         xout.attrStr(attrName, nonNull(argv[k]));
     }
     xout.text("out", " ");
@@ -304,7 +330,7 @@ bool CJob::runJobEntry(SJobStat& stat, CXmlIn& in, const char* program) {
     a.add(name.str());
     for (int k = 1;; ++k) {
         char attrName[eArgNameSize];
-        if (vq::sprintf(attrName, sizeof attrName, "arg%d", k) < 0 || !in.hasAttr(attrName))
+        if (jobs::formatFixed(attrName, sizeof attrName, "arg%d", k) < 0 || !in.hasAttr(attrName))
             break;
         a.add(in.attrStr(attrName, ""));
     }
@@ -316,7 +342,9 @@ bool CJob::runJobEntry(SJobStat& stat, CXmlIn& in, const char* program) {
             failf(stat, eLineCantChangeDir, "Can't change dir to %s", dir.str());
             return true;
         }
-        platform::currentDir(m_dir);
+        // Reported in the form of a file's folder, with its trailing separator.
+        if (platform::currentDir(m_dir) && !m_dir.empty() && m_dir[m_dir.length() - 1] != '/')
+            m_dir += "/";
     }
     if (hasMask) {
         // runJobMask takes the arguments after the job name: (program, arg1, ...).
@@ -333,7 +361,7 @@ bool CJob::runJobEntry(SJobStat& stat, CXmlIn& in, const char* program) {
     return true;
 }
 
-bool CJob::main_file(int argc, char* const* argv, SJobStat& stat) {
+bool CJob::main_file(int /*argc*/, char* const* argv, SJobStat& stat) {
     CStr full;
     if (!fullpath(full, argv[1])) {
         failf(stat, __LINE__, "%s is not a valid file path", argv[1]);
@@ -356,14 +384,19 @@ bool CJob::main_file(int argc, char* const* argv, SJobStat& stat) {
         runJobEntry(stat, in, argv[0]);
     } else if (in.isTag("jobs")) {
         // `group` only structures a list: its children run as if they stood in the list.
-        for (;;) {
+        // An empty <jobs/> is a list without entries.
+        for (bool more = in.isTagStart(); more;) {
             in.read(nullptr);
             if (in.isTag("group") || (in.isTag("job") && in.isTagEnd()))
                 continue;
-            if (in.isTag("jobs"))
-                break;
+            if (in.isTag("jobs")) {
+                more = false;
+                continue;
+            }
             if (in.isTag("job")) {
                 runJobEntry(stat, in, argv[0]);
+                if (in.isTagStart())
+                    in.skip(); // whatever a job entry holds is not part of the list
                 continue;
             }
             failf(stat, __LINE__, "%s", "Fatal: unknown tag in jobs list file");
@@ -387,7 +420,7 @@ void CJob::main_file_func(SJobStat& stat, CXmlIn& in, const char* elementName, c
         return;
     }
     char name[eElemNameSize];
-    vq::strncpy(name, sizeof name, elementName, platform::kTruncate);
+    jobs::copyCut(name, sizeof name, elementName);
     const char* file = argc > 1 ? argv[1] : "";
 
     if (const STestDescriptor* test = CJobHost::host().findTest(name)) {
@@ -428,9 +461,9 @@ bool CJob::main_job(int argc, char* const* argv, SJobStat& stat) {
     argText[0] = 0;
     for (int k = 2; k < argc; ++k) {
         char one[eMessageSize];
-        if (vq::sprintf(one, sizeof one, "%sarg%d=\"%s\"", k == 2 ? "" : " ", k, nonNull(argv[k])) < 0)
+        if (jobs::formatFixed(one, sizeof one, "%sarg%d=\"%s\"", k == 2 ? "" : " ", k, nonNull(argv[k])) < 0)
             break;
-        vq::strcat(argText, sizeof argText, one);
+        jobs::appendFixed(argText, sizeof argText, one);
     }
 
     CXmlOutElem job(xout, "job");
@@ -445,13 +478,13 @@ bool CJob::main_job(int argc, char* const* argv, SJobStat& stat) {
         failf(local, eLineNoJobName, "%s", "No job file or function name");
     } else {
         try {
-            const uint64 start = platform::clockMs();
+            const uint64 start = platform::clockUs();
             if (std::strchr(name, '.'))
                 result = main_file(argc, argv, local);
             else
                 result = main_func(argc, argv, local, nullptr, nullptr, nullptr);
-            const uint64 end = platform::clockMs();
-            xout.text("time", "%.8g", std::fabs(double(end - start) / 1000.0));
+            const uint64 end = platform::clockUs();
+            xout.text("time", "%.8g", std::fabs(double(end - start) / 1e6));
         } catch (const char* text) {
             failf(local, eLineThrownText, "%s : %s", name, nonNull(text));
             result = false;

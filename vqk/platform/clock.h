@@ -17,6 +17,8 @@ namespace vq {
 namespace platform {
 
 VQK_API uint64 clockMs();
+// The same clock in microseconds, for timing short jobs.
+VQK_API uint64 clockUs();
 
 } // namespace platform
 } // namespace vq
