@@ -1,0 +1,295 @@
+// The runner in-process: jobs registered by the test itself, with vq::xout on a
+// temporary file that is parsed afterwards.
+#include "job_log.h"
+
+#include "vqk/jobs/job.h"
+#include "vqk/xml/xml_in.h"
+#include "vqk/xml/xml_out.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+class CTestRunner : public vq::CJob {
+public:
+    CTestRunner() : vq::CJob("runner") {}
+    bool redirectOut(const char*) override { return false; }
+    bool redirectErr(const char*) override { return false; }
+    void flush() override { ++flushes; }
+    int flushes = 0;
+};
+
+// Runs CJob::main over `args` (the program name is added) with xout captured.
+struct SRun {
+    bool result = false;
+    std::string out;
+};
+
+SRun runMain(CTestRunner& runner, std::vector<std::string> args) {
+    args.insert(args.begin(), "runner");
+    std::vector<char*> argv;
+    for (std::string& a : args)
+        argv.push_back(&a[0]);
+    argv.push_back(nullptr);
+    FILE* f = std::tmpfile();
+    vq::xout.attach(f, false);
+    SRun run;
+    run.result = runner.main(int(args.size()), argv.data());
+    vq::xout.close();
+    std::fflush(f);
+    std::rewind(f);
+    char buf[4096];
+    size_t n;
+    while ((n = std::fread(buf, 1, sizeof buf, f)) > 0)
+        run.out.append(buf, n);
+    std::fclose(f);
+    return run;
+}
+
+SRun runMain(std::vector<std::string> args) {
+    CTestRunner runner;
+    return runMain(runner, std::move(args));
+}
+
+class JobRunner : public ::testing::Test {
+protected:
+    void SetUp() override {
+        vq::CJobInfo::s_batch = true;
+        vq::CJobHost::host().clearJobs();
+    }
+    void TearDown() override { vq::CJobHost::host().clearJobs(); }
+};
+
+int g_calls = 0;
+std::vector<std::string> g_seenArgs;
+
+bool okJob(int argc, char* const* argv, vq::SJobStat&) {
+    ++g_calls;
+    g_seenArgs.assign(argv, argv + argc);
+    return true;
+}
+bool firstJob(int, char* const*, vq::SJobStat&) { g_seenArgs = {"first"}; return true; }
+bool secondJob(int, char* const*, vq::SJobStat&) { g_seenArgs = {"second"}; return true; }
+bool throwsText(int, char* const*, vq::SJobStat&) { throw "bad"; }
+bool throwsInt(int, char* const*, vq::SJobStat&) { throw 7; }
+bool throwsStd(int, char* const*, vq::SJobStat&) { throw std::runtime_error("broken input"); }
+bool warnsOnly(int, char* const*, vq::SJobStat& stat) {
+    vq::logWarn(stat, "close to the limit", "job_runner_test", 77);
+    return true;
+}
+bool reportsAll(int, char* const*, vq::SJobStat& stat) {
+    vq::logFail(stat, "f", "src", 1);
+    vq::logWarn(stat, "w", "src", 2);
+    vq::logCrash(stat, "c", "src", 3);
+    vq::logTimeout(stat, "t", "src", 4);
+    return false;
+}
+
+TEST_F(JobRunner, PlainJobSeesItsNameAsFirstArgument) {
+    vq::registerJob("okjob", okJob);
+    g_calls = 0;
+    CTestRunner runner;
+    SRun r = runMain(runner, {"okjob", "//b", "in.step", "x"});
+    EXPECT_TRUE(r.result);
+    EXPECT_EQ(g_calls, 1);
+    EXPECT_EQ(g_seenArgs, (std::vector<std::string>{"okjob", "in.step", "x"}));
+    EXPECT_GE(runner.flushes, 1) << "flushed before the job function";
+    CJobLog log(r.out);
+    ASSERT_TRUE(log.wellFormed()) << r.out;
+    EXPECT_EQ(log.str("/job_log/job/func/@file"), "in.step");
+    EXPECT_EQ(log.str("/job_log/job/func/@arg1"), "x");
+    EXPECT_EQ(log.num("/job_log/stat/@job"), 1);
+}
+
+TEST_F(JobRunner, LaterRegistrationWinsAndMainForgetsJobs) {
+    vq::registerJob("twice", firstJob);
+    vq::registerJob("twice", secondJob);
+    EXPECT_EQ(vq::CJobHost::host().jobCount(), 2);
+    SRun r = runMain({"twice"});
+    EXPECT_TRUE(r.result);
+    EXPECT_EQ(g_seenArgs, (std::vector<std::string>{"second"}));
+    EXPECT_EQ(vq::CJobHost::host().jobCount(), 0);
+    // Not registered again: the second run cannot find it.
+    r = runMain({"twice"});
+    EXPECT_FALSE(r.result);
+    EXPECT_NE(r.out.find("Can't find registered function 'twice'"), std::string::npos);
+}
+
+TEST_F(JobRunner, NameWithAPointIsAJobFileEvenWhenRegistered) {
+    vq::registerJob("dotted.job", okJob);
+    g_calls = 0;
+    SRun r = runMain({"dotted.job"});
+    EXPECT_FALSE(r.result);
+    EXPECT_EQ(g_calls, 0);
+    CJobLog log(r.out);
+    ASSERT_TRUE(log.wellFormed()) << r.out;
+    EXPECT_EQ(log.str("/job_log/job/Fail"), "Can't open file 'dotted.job'");
+}
+
+TEST_F(JobRunner, ExceptionsBecomeFailuresAndTheRunContinues) {
+    struct SCase {
+        const char* name;
+        vq::FJob fn;
+        const char* message;
+        int line;
+    } cases[] = {
+        {"thrower_text", throwsText, "thrower_text : bad", 720},
+        {"thrower_std", throwsStd, "thrower_std : broken input", 724},
+        {"thrower_int", throwsInt, "Unknown exception at thrower_int", 728},
+    };
+    for (const SCase& c : cases) {
+        vq::registerJob(c.name, c.fn);
+        SRun r = runMain({c.name});
+        EXPECT_FALSE(r.result) << c.name;
+        CJobLog log(r.out);
+        ASSERT_TRUE(log.wellFormed()) << r.out;
+        EXPECT_EQ(log.str("/job_log/job/Fail"), c.message);
+        EXPECT_EQ(log.str("/job_log/job/info/error/@msg"), c.message);
+        EXPECT_EQ(log.num("/job_log/job/info/error/@line"), c.line);
+        EXPECT_EQ(log.num("/job_log/job/ret"), -1);
+        EXPECT_EQ(log.num("/job_log/stat/@fail"), 1) << c.name;
+        EXPECT_NE(r.out.find(std::string("Fail : ") + c.message + "\n"), std::string::npos);
+        EXPECT_EQ(log.count("/job_log/stat"), 1) << "the run went on to its totals";
+    }
+}
+
+TEST_F(JobRunner, WarningOnlyJobFailsTheRun) {
+    vq::registerJob("warns", warnsOnly);
+    SRun r = runMain({"warns"});
+    EXPECT_FALSE(r.result) << "the function returned true, but it warned";
+    CJobLog log(r.out);
+    ASSERT_TRUE(log.wellFormed()) << r.out;
+    EXPECT_EQ(log.num("/job_log/job/ret"), -1);
+    EXPECT_EQ(log.str("/job_log/job/info/warning/@file"), "job_runner_test");
+    EXPECT_EQ(log.num("/job_log/job/info/warning/@line"), 77);
+}
+
+TEST_F(JobRunner, ReportingFamilyCountsPrintsAndRecords) {
+    vq::registerJob("reports", reportsAll);
+    SRun r = runMain({"reports"});
+    EXPECT_FALSE(r.result);
+    for (const char* line : {"Fail : f\n", "Warn : w\n", "Crash : c\n", "Timeout : t\n"})
+        EXPECT_NE(r.out.find(line), std::string::npos) << line;
+    CJobLog log(r.out);
+    ASSERT_TRUE(log.wellFormed()) << r.out;
+    EXPECT_EQ(log.strs("/job_log/job/info/*/@msg"), (std::vector<std::string>{"f", "w", "c", "t"}));
+    EXPECT_EQ(log.strs("/job_log/job/info/*/@line"), (std::vector<std::string>{"1", "2", "3", "4"}));
+    EXPECT_EQ(log.count("/job_log/job/info/error"), 1);
+    EXPECT_EQ(log.count("/job_log/job/info/warning"), 1);
+    EXPECT_EQ(log.count("/job_log/job/info/crash"), 1);
+    EXPECT_EQ(log.count("/job_log/job/info/timeout"), 1);
+    for (const char* c : {"job", "fail", "warn", "crash", "timeout"})
+        EXPECT_EQ(log.num(("/job_log/stat/@" + std::string(c)).c_str()), 1) << c;
+}
+
+TEST_F(JobRunner, OverlongArgumentIsDroppedFromTheJobAttributes) {
+    vq::registerJob("okjob", okJob);
+    SRun r = runMain({"okjob", std::string(1500, 'a'), "short"});
+    CJobLog log(r.out);
+    ASSERT_TRUE(log.wellFormed()) << r.out;
+    EXPECT_EQ(log.count("/job_log/job/@arg2"), 0);
+    EXPECT_EQ(log.str("/job_log/job/@arg3"), "short");
+    // The function record has no such limit on its numbered arguments.
+    EXPECT_EQ(log.str("/job_log/job/func/@arg1"), "short");
+}
+
+TEST_F(JobRunner, UsageTextAndTotalsAcrossRuns) {
+    vq::SJobStat before = vq::CJobHost::host().totals();
+    CTestRunner runner;
+    SRun r = runMain(runner, {});
+    EXPECT_FALSE(r.result);
+    EXPECT_EQ(r.out,
+              "Usage: runner {job} [args] [opts]\n\n{job}: job file or registered function name\n"
+              "[args]: job specific argument list\n[opts]: options\n\n  Options format:\n"
+              "  //{option}[+][-] [args]\n\n  Available options:\n"
+              "  //b: batch mode, no user interaction\n"
+              "  //o {stdout file}: redirect stdout to the file\n"
+              "  //e {stderr file}: redirect stderr to the file\n\n");
+    EXPECT_EQ(runner.flushes, 1);
+
+    vq::registerJob("okjob", okJob);
+    runMain({"okjob"});
+    vq::registerJob("okjob", okJob);
+    runMain({"nothing_here"});
+    const vq::SJobStat& after = vq::CJobHost::host().totals();
+    EXPECT_EQ(after.job - before.job, 1);
+    EXPECT_EQ(after.fail - before.fail, 1);
+}
+
+TEST_F(JobRunner, OptionFlagsAndRedirectionFlag) {
+    vq::CJobInfo::s_xml = false;
+    vq::registerJob("okjob", okJob);
+    runMain({"okjob", "//X+"});
+    EXPECT_TRUE(vq::CJobInfo::s_xml);
+    vq::registerJob("okjob", okJob);
+    runMain({"okjob", "/.x-", "//b-", "/.B"});
+    EXPECT_FALSE(vq::CJobInfo::s_xml);
+    EXPECT_TRUE(vq::CJobInfo::s_batch) << "the last batch option wins";
+
+    // //o- calls nothing but still marks the output as redirected.
+    vq::registerJob("okjob", okJob);
+    SRun r = runMain({"okjob", "//o-", "ignored.xml"});
+    EXPECT_TRUE(r.result);
+    EXPECT_TRUE(vq::CJobHost::host().outRedirected());
+    // //o on: the runner's redirectOut refuses, so the run stops before any job.
+    r = runMain({"okjob", "//o", "out.xml"});
+    EXPECT_FALSE(r.result);
+    EXPECT_EQ(r.out, "Fatal: can't open out.xml\n");
+}
+
+// A test registered for job files whose root element is "counting_test".
+int g_testsRun = 0;
+class CCountingTest : public vq::CTest {
+public:
+    explicit CCountingTest(int failures) : m_failures(failures) {}
+    bool run() override {
+        ++g_testsRun;
+        summary().newJob();
+        for (int i = 0; i < m_failures; ++i)
+            summary().newFail();
+        return summary().isOk();
+    }
+
+private:
+    int m_failures;
+};
+vq::CTest* makeCounting(vq::CXmlIn& in, const char*) { return new CCountingTest(in.attrInt("fail", 0)); }
+vq::CTest* makeNothing(vq::CXmlIn&, const char*) { return nullptr; }
+
+TEST_F(JobRunner, RegisteredTestRunsFromItsJobFile) {
+    static const int reg = vq::registerTest("counting_test", makeCounting);
+    (void)reg;
+    static const int regNull = vq::registerTest("null_test", makeNothing);
+    (void)regNull;
+    const char* base = std::getenv("VQK_TEST_TMP");
+    std::string dir = base && *base ? base : ".";
+    std::string file = dir + "/counting_test_job.xml";
+    FILE* f = std::fopen(file.c_str(), "w");
+    ASSERT_NE(f, nullptr);
+    std::fputs("<?xml version=\"1.0\"?>\n<counting_test fail=\"2\"/>\n", f);
+    std::fclose(f);
+    g_testsRun = 0;
+    SRun r = runMain({file});
+    EXPECT_EQ(g_testsRun, 1);
+    EXPECT_FALSE(r.result);
+    CJobLog log(r.out);
+    ASSERT_TRUE(log.wellFormed()) << r.out;
+    EXPECT_EQ(log.str("/job_log/job/func/@func"), "counting_test");
+    EXPECT_EQ(log.num("/job_log/stat/@fail"), 2);
+    EXPECT_EQ(log.num("/job_log/stat/@job"), 1);
+
+    f = std::fopen(file.c_str(), "w");
+    ASSERT_NE(f, nullptr);
+    std::fputs("<null_test/>\n", f);
+    std::fclose(f);
+    r = runMain({file});
+    EXPECT_FALSE(r.result);
+    EXPECT_NE(r.out.find("Can't create test 'null_test'"), std::string::npos);
+}
+
+} // namespace

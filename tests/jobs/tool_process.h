@@ -1,0 +1,36 @@
+// Runs the vqk_run tool as a child process with a real command line, for the job host
+// tests: standard output captured, standard input from /dev/null or a pseudo-terminal,
+// and a time limit after which the child is killed (so a wait that never ends fails the
+// test instead of hanging it).
+#pragma once
+
+#include <string>
+#include <vector>
+
+struct SToolRun {
+    int exitCode = -1;  // -1 when the child did not exit normally
+    bool timedOut = false;
+    std::string out;    // standard output
+    std::string err;    // standard error
+};
+
+// The tool's path in the build tree.
+std::string toolPath();
+// The repository's root folder.
+std::string sourceDir();
+// A fresh empty folder for one test, under the tests' temporary folder.
+std::string freshTempDir(const std::string& name);
+void writeFile(const std::string& path, const std::string& text);
+std::string readFile(const std::string& path);
+bool fileExists(const std::string& path);
+
+// Runs the tool with `args` in folder `cwd`, stdin from /dev/null.
+SToolRun runTool(const std::vector<std::string>& args, const std::string& cwd,
+                 int timeoutSeconds = 30);
+
+// Runs the tool with a pseudo-terminal as its standard input (in the terminal's default
+// mode, echo on); once its standard output shows `waitFor`, `key` is typed into the
+// terminal. keyTyped tells whether that happened.
+SToolRun runToolOnTerminal(const std::vector<std::string>& args, const std::string& cwd,
+                           const std::string& waitFor, char key, bool& keyTyped,
+                           int timeoutSeconds = 30);
