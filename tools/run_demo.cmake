@@ -16,7 +16,7 @@ endif()
 foreach(expected
     "<job_log>"
     "<stat job=\"[0-9]+\" fail=\"1\" warn=\"0\" crash=\"0\" timeout=\"0\""
-    "Fail : element 'hole': expected 5, found 4"
+    "Fail : element hole: expected 5, found 4"
     "</job_log>")
   if(NOT out MATCHES "${expected}")
     message(FATAL_ERROR "the job_log lacks: ${expected}")

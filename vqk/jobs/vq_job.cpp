@@ -166,18 +166,19 @@ int CJob::wait(const char* text, int seconds) {
     console.print("\n<!--%s-->\n", text ? text : "Press any key to continue");
     console.flush();
     platform::CRawConsole keys;
-    const uint64 start = platform::clockMs();
+    const uint64 start = platform::clockUs();
+    const uint64 limit = uint64(seconds > 0 ? seconds : 0) * 1000000u;
     for (;;) {
-        int step = 50;
+        int stepMs = 50;
         if (seconds >= 1) {
-            uint64 elapsed = platform::clockMs() - start;
-            if (elapsed / 1000 >= uint64(seconds))
+            const uint64 elapsed = platform::clockUs() - start;
+            if (elapsed >= limit)
                 return 0;
-            uint64 left = uint64(seconds) * 1000 - elapsed;
-            if (left < uint64(step))
-                step = int(left);
+            const uint64 leftMs = (limit - elapsed + 999) / 1000;
+            if (leftMs < uint64(stepMs))
+                stepMs = int(leftMs);
         }
-        int key = keys.pollKey(step);
+        int key = keys.pollKey(stepMs);
         if (key >= 0)
             return key;
     }
