@@ -21,6 +21,11 @@
 // are dropped), numbers as "%.15g". Text given to text(), operator() and write() is
 // written raw: escape it first (escapeXmlStr) when it may hold markup characters.
 //
+// Output is gathered per operation and handed to the stream in one block write; on a
+// buffered file the writer opened itself, blocks of a few kilobytes are held back
+// until flush(), close() or destruction, like the stream's own buffer (the file
+// output's print and writeBlock write them out first, so order is kept).
+//
 // The writer reports no errors: on a closed writer every operation does nothing, and
 // open() and insertXml() return false when they fail. Attribute values are formatted
 // inside one process-wide critical section, so writers on several threads of a
