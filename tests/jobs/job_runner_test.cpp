@@ -2,6 +2,7 @@
 // temporary file that is parsed afterwards.
 #include "job_log.h"
 
+#include "vqk/diagnostics/log_workflow.h"
 #include "vqk/jobs/job.h"
 #include "vqk/xml/xml_in.h"
 #include "vqk/xml/xml_out.h"
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -59,6 +61,11 @@ SRun runMain(std::vector<std::string> args) {
 class JobRunner : public ::testing::Test {
 protected:
     void SetUp() override {
+        // Jobs are steps of the workflow log: keep it in the tests' folder.
+        if (const char* tmp = std::getenv("VQK_TEST_TMP")) {
+            setenv("TEMP", tmp, 1);
+            vq::CLogWorkflow::setPrefix("vqk_jobs_tests");
+        }
         vq::CJobInfo::s_batch = true;
         vq::CJobHost::host().clearJobs();
     }

@@ -18,10 +18,23 @@ std::string toolPath() { return std::string(VQK_BINARY_DIR) + "/bin/vqk_run"; }
 
 std::string sourceDir() { return VQK_SOURCE_DIR; }
 
-std::string freshTempDir(const std::string& name) {
+namespace {
+
+std::string testTmpRoot() {
     const char* base = std::getenv("VQK_TEST_TMP");
-    std::string root = base && *base ? base : std::string(VQK_BINARY_DIR) + "/test_tmp";
-    std::string dir = root + "/jobs/" + name;
+    return base && *base ? base : std::string(VQK_BINARY_DIR) + "/test_tmp";
+}
+
+} // namespace
+
+std::string toolLogDir() {
+    std::string dir = testTmpRoot() + "/jobs_logs";
+    std::system(("mkdir -p '" + dir + "'").c_str());
+    return dir;
+}
+
+std::string freshTempDir(const std::string& name) {
+    std::string dir = testTmpRoot() + "/jobs/" + name;
     std::string cmd = "rm -rf '" + dir + "' && mkdir -p '" + dir + "'";
     if (std::system(cmd.c_str()) != 0)
         return "";
@@ -53,6 +66,7 @@ pid_t spawn(const std::vector<std::string>& args, const std::string& cwd, int in
     if (pipe(outPipe) != 0 || pipe(errPipe) != 0)
         return -1;
     std::string tool = toolPath();
+    std::string logDir = toolLogDir();
     pid_t pid = fork();
     if (pid == 0) {
         setsid();
@@ -63,6 +77,10 @@ pid_t spawn(const std::vector<std::string>& args, const std::string& cwd, int in
         close(errPipe[0]);
         if (chdir(cwd.c_str()) != 0)
             _exit(126);
+        // A run as from a fresh shell, with its workflow log in the tests' folder.
+        unsetenv("_ORV_LOGPREFIX");
+        unsetenv("_ORV_LOGINDENT");
+        setenv("TEMP", logDir.c_str(), 1);
         std::vector<char*> argv;
         argv.push_back(const_cast<char*>(tool.c_str()));
         for (const std::string& a : args)

@@ -24,6 +24,9 @@ void writeFile(const std::string& path, const std::string& text);
 std::string readFile(const std::string& path);
 bool fileExists(const std::string& path);
 
+// The folder of the tools' workflow logs (their TEMP), shared by all tool runs.
+std::string toolLogDir();
+
 // Runs the tool with `args` in folder `cwd`, stdin from /dev/null.
 SToolRun runTool(const std::vector<std::string>& args, const std::string& cwd,
                  int timeoutSeconds = 30);

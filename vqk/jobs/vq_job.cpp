@@ -2,6 +2,7 @@
 // file, the per-job record on vq::xout, and the exception barrier around every job.
 #include "vqk/jobs/job.h"
 
+#include "vqk/diagnostics/log_workflow.h"
 #include "vqk/files/file_path.h"
 #include "vqk/platform/clock.h"
 #include "vqk/platform/console.h"
@@ -249,6 +250,9 @@ bool CJob::main(int argc, char** argv) {
 
 bool CJob::main_func(int argc, char* const* argv, SJobStat& stat, FJobXml xmlFn, CXmlIn* xmlIn,
                      const char* file) {
+    // The job as a step of the workflow log: what it starts (child processes included)
+    // is logged inside it.
+    CLogWorkflow::CTag tag(3, "job", argc > 1 ? nonNull(argv[1]) : "");
     return main_func_imp(argc, argv, stat, xmlFn, xmlIn, file);
 }
 

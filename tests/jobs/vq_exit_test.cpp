@@ -1,0 +1,45 @@
+// vq::exit ends the process with its code after leaving a record in the workflow log.
+#include "tool_process.h"
+
+#include "vqk/diagnostics/log_workflow.h"
+#include "vqk/jobs/vq_exit.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+TEST(VqExit, LogsTheCodeAndExitsWithIt) {
+    const std::string dir = freshTempDir("vq_exit");
+    ASSERT_FALSE(dir.empty());
+    pid_t pid = fork();
+    ASSERT_GE(pid, 0);
+    if (pid == 0) {
+        setenv("TEMP", dir.c_str(), 1);
+        vq::CLogWorkflow::setPrefix("exit_test");
+        vq::exit(3);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(pid, &status, 0), pid);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 3);
+    const std::string log = readFile(dir + "/workflow.exit_test.xml");
+    EXPECT_NE(log.find("msg=\"exit: abnormal termination with code 3\"/>"), std::string::npos) << log;
+}
+
+TEST(VqExit, JobRunIsAStepOfTheWorkflowLog) {
+    if (!fileExists(toolPath()))
+        GTEST_SKIP() << "vqk_run is not built: " << toolPath();
+    const std::string dir = freshTempDir("workflow_step");
+    std::remove((toolLogDir() + "/workflow.vqk_run.xml").c_str());
+    SToolRun r = runTool({"list", ".", "*.none", "//b"}, dir);
+    EXPECT_EQ(r.exitCode, 1);
+    const std::string log = readFile(toolLogDir() + "/workflow.vqk_run.xml");
+    EXPECT_NE(log.find("name=\"job\" text=\"list\""), std::string::npos);
+}
+
+} // namespace
