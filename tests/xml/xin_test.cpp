@@ -166,6 +166,18 @@ TEST(XinEnd, ConsumesTheRightEndTag) {
     EXPECT_STREQ(d.x._readEnd("g"), kEof);
 }
 
+TEST(XinEnd, TheTagInHandMayNameTheEnd) {
+    // The name given lives in the tag buffer, which the next reads overwrite and grow.
+    XinOverText d("<a><!--" + std::string(5000, '-') + "--></a><i/><i n=\"2\">" + std::string(3000, ' ') +
+                  "4 5</i>");
+    d.next();
+    EXPECT_EQ(d.x._readEnd(d.x.tag()), nullptr);
+    d.next();
+    vq::TVector<int> v;
+    EXPECT_EQ(apXmlReadI1Ex(d.x, d.x.tag(), v), nullptr);
+    EXPECT_EQ(v.size(), 2u);
+}
+
 TEST(XinSkip, NestingCountsOnlyBareTags) {
     XinOverText d("<a><a><b/></a><c>x</c></a><next/>");
     d.next();

@@ -13,6 +13,8 @@
 #include <cstdarg>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
+#include <string>
 
 const char* const apXinErrEof = "XML error: unexpected end of file";
 const char* const apXinErrTag = "XML error: invalid tag";
@@ -231,6 +233,17 @@ const char* cutTag(ApXin& x, int header) {
     return nullptr;
 }
 
+// The next read overwrites the tag buffer, and callers may well pass the tag in hand
+// itself (x.tag()) as the name to look for afterwards: such a name is copied first.
+const char* keepOutsideTagBuffer(const ApXin& x, const char* name, std::string& kept) {
+    const std::less<const char*> before;
+    const char* begin = x.m_buf.data();
+    if (!name || before(name, begin) || !before(name, begin + x.m_buf.capacity()))
+        return name;
+    kept = name;
+    return kept.c_str();
+}
+
 // Compares an attribute's name, with the given name's first letter lowered when the
 // names are kept so.
 bool nameEquals(bool smallFirstLetter, const char* attrName, const char* name) {
@@ -297,6 +310,8 @@ const char* ApXin::_readEnd(const char* name) {
         m_hold = false;
         return nullptr;
     }
+    std::string kept;
+    name = keepOutsideTagBuffer(*this, name, kept);
     if (const char* err = _readBegHeader(0))
         return err;
     if ((name && std::strcmp(m_tag, name) != 0) || m_type != eXmlTagEnd)
@@ -467,6 +482,8 @@ namespace {
 template <class T, class ReadItem>
 const char* readArray(ApXin& x, const char* name, vq::TVector<T>& v, ReadItem readItem) {
     v.clear();
+    std::string kept;
+    name = keepOutsideTagBuffer(x, name, kept);
     if (const char* err = x._readBeg())
         return err;
     const ApXin::SAttr* count = x.findAttr("n");
