@@ -14,19 +14,11 @@ const char* const kUsageText =
     "  //b: batch mode, no user interaction\n  //o {stdout file}: redirect stdout to the file\n"
     "  //e {stderr file}: redirect stderr to the file\n";
 
-class ToolCli : public ::testing::Test {
+class ToolCli : public ToolTest {
 protected:
-    void SetUp() override {
-        if (!fileExists(toolPath()))
-            GTEST_SKIP() << "vqk_run is not built: " << toolPath();
-        m_dir = freshTempDir(::testing::UnitTest::GetInstance()->current_test_info()->name());
-        ASSERT_FALSE(m_dir.empty());
-    }
     // Runs from the repository root, as the examples expect.
     SToolRun runAtRoot(const std::vector<std::string>& args) { return runTool(args, sourceDir()); }
     SToolRun runHere(const std::vector<std::string>& args) { return runTool(args, m_dir); }
-
-    std::string m_dir;
 };
 
 TEST_F(ToolCli, UsageWhenNoJobIsNamed) {

@@ -7,13 +7,12 @@
 
 namespace {
 
-class ToolJobFiles : public ::testing::Test {
+class ToolJobFiles : public ToolTest {
 protected:
     void SetUp() override {
-        if (!fileExists(toolPath()))
-            GTEST_SKIP() << "vqk_run is not built: " << toolPath();
-        m_dir = freshTempDir(::testing::UnitTest::GetInstance()->current_test_info()->name());
-        ASSERT_FALSE(m_dir.empty());
+        ToolTest::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return;
         writeFile(m_dir + "/a.xml", "<a><b x=\"1\"/><b/></a>\n");
         writeFile(m_dir + "/c.XML", "<c/>\n");
         writeFile(m_dir + "/b.xml", "<?xml version=\"1.0\"?>\n<r><s><t/></s></r>\n");
@@ -23,8 +22,6 @@ protected:
         writeFile(m_dir + "/" + name, text);
         return runTool({name, "//b"}, m_dir);
     }
-
-    std::string m_dir;
 };
 
 TEST_F(ToolJobFiles, ExamplesJobsList) {

@@ -4,6 +4,8 @@
 // test instead of hanging it).
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
@@ -37,3 +39,17 @@ SToolRun runTool(const std::vector<std::string>& args, const std::string& cwd,
 SToolRun runToolOnTerminal(const std::vector<std::string>& args, const std::string& cwd,
                            const std::string& waitFor, char key, bool& keyTyped,
                            int timeoutSeconds = 30);
+
+// A test that runs the tool: skipped when the tool is not built; m_dir is a fresh
+// folder named after the test.
+class ToolTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        if (!fileExists(toolPath()))
+            GTEST_SKIP() << "vqk_run is not built: " << toolPath();
+        m_dir = freshTempDir(::testing::UnitTest::GetInstance()->current_test_info()->name());
+        ASSERT_FALSE(m_dir.empty());
+    }
+
+    std::string m_dir;
+};
