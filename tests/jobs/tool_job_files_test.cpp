@@ -182,3 +182,19 @@ TEST_F(ToolJobFiles, RootElementChoosesTestXmlJobOrPlainJob) {
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(ToolJobFiles, ListThatNamesItselfStopsAtTheNestingLimit) {
+    SToolRun r = runJobFile("self.xml", "<jobs><job name=\"self.xml\"/></jobs>");
+    ASSERT_FALSE(r.timedOut);
+    EXPECT_EQ(r.exitCode, 1);
+    CJobLog log(r.out);
+    ASSERT_TRUE(log.wellFormed()) << r.err;
+    EXPECT_EQ(log.count("//info/error"), 1);
+    EXPECT_EQ(log.str("//info/error/@msg"), "Job files nested too deeply: self.xml");
+    EXPECT_EQ(log.num("/job_log/stat/@fail"), 1);
+    EXPECT_EQ(log.count("//job[not(job)]"), 1) << "one innermost job, where the nesting stopped";
+}
+
+} // namespace

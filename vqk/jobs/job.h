@@ -24,6 +24,9 @@
 // //e {file} redirect standard output and error. //o- and //e- still take their file
 // argument, so a line can keep the name and merely switch the option off.
 //
+// Job files may name other job files; nesting deeper than 32 files is a failure of the
+// file that goes one level too far ("Job files nested too deeply: {file}").
+//
 // Everything the run prints goes to vq::xout as one `job_log` document: per job its
 // `job` element (the `func` record, time, return value and the collected `info`), then
 // the `stat` totals. Failures inside a job never escape: unknown jobs, unreadable job
@@ -91,6 +94,9 @@ private:
     const char* m_appName;
     SJobStat m_stat;
     CStr m_dir;
+    // Job files open inside each other (a list naming a list); bounded so that a list
+    // naming itself fails instead of exhausting the stack.
+    int m_fileDepth = 0;
 };
 
 } // namespace vq

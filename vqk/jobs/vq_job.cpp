@@ -49,6 +49,20 @@ const char* const kUsage =
 // Fixed buffers of the failure path, so that reporting never allocates.
 enum { eMessageSize = 2048, eArgTextSize = 1024, eElemNameSize = 256, eArgNameSize = 10 };
 
+enum { eMaxFileDepth = 32 };
+
+// Counts one more job file open for the life of the scope.
+class CDepth {
+public:
+    explicit CDepth(int& depth) : m_depth(depth) { ++m_depth; }
+    ~CDepth() { --m_depth; }
+    CDepth(const CDepth&) = delete;
+    CDepth& operator=(const CDepth&) = delete;
+
+private:
+    int& m_depth;
+};
+
 const char* nonNull(const char* s) { return s ? s : ""; }
 
 // Reports a runner failure: counted, console line, `error` record, and a `Fail`
@@ -367,6 +381,11 @@ bool CJob::runJobEntry(SJobStat& stat, CXmlIn& in, const char* program) {
 }
 
 bool CJob::main_file(int /*argc*/, char* const* argv, SJobStat& stat) {
+    CDepth depth(m_fileDepth);
+    if (m_fileDepth > eMaxFileDepth) {
+        failf(stat, __LINE__, "Job files nested too deeply: %s", argv[1]);
+        return stat.isOk();
+    }
     CStr full;
     if (!fullpath(full, argv[1])) {
         failf(stat, __LINE__, "%s is not a valid file path", argv[1]);
