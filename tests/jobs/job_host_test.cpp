@@ -47,19 +47,6 @@ TEST(JobHost, LookupsTakeNewestJobsAndOldestTests) {
     host->destroy();
 }
 
-TEST(JobHost, RegistrationGoesToTheProcessHost) {
-    vq::CJobHost& host = vq::CJobHost::host();
-    EXPECT_EQ(&host, &vq::CJobHost::host());
-    const int tests = host.testCount();
-    EXPECT_EQ(vq::registerJob("reg_a", jobA), 0);
-    EXPECT_EQ(vq::registerJobXml("reg_x", xmlA), 0);
-    EXPECT_EQ(vq::registerTest("reg_t", testA), 0);
-    EXPECT_EQ(host.findJob("reg_a"), &jobA);
-    EXPECT_EQ(host.findJobXml("reg_x"), &xmlA);
-    EXPECT_EQ(host.testCount(), tests + 1);
-    host.clearJobs();
-}
-
 TEST(JobInfo, CollectorsStackAndEmitTheirText) {
     FILE* f = std::tmpfile();
     vq::xout.attach(f, false);
@@ -84,29 +71,6 @@ TEST(JobInfo, CollectorsStackAndEmitTheirText) {
     size_t n = std::fread(buf, 1, sizeof buf - 1, f);
     std::fclose(f);
     EXPECT_EQ(std::string(buf, n), "<info>\n<a/>\n<b/></info>\n");
-}
-
-TEST(JobStat, OkOnlyWithoutAnyProblem) {
-    vq::SJobStat s;
-    EXPECT_TRUE(s.isOk());
-    s.newJob();
-    EXPECT_TRUE(s.isOk()) << "jobs are not problems";
-    using FNew = void (vq::SJobStat::*)();
-    for (FNew problem : {&vq::SJobStat::newFail, &vq::SJobStat::newWarn, &vq::SJobStat::newCrash,
-                         &vq::SJobStat::newTimeout}) {
-        vq::SJobStat p;
-        (p.*problem)();
-        EXPECT_FALSE(p.isOk());
-    }
-    vq::SJobStat a, b;
-    a.job = 1, a.fail = 2, a.warn = 3, a.crash = 4, a.timeout = 5;
-    b.job = 10, b.fail = 20, b.warn = 30, b.crash = 40, b.timeout = 50;
-    a.add(b);
-    EXPECT_EQ(a.job, 11);
-    EXPECT_EQ(a.fail, 22);
-    EXPECT_EQ(a.warn, 33);
-    EXPECT_EQ(a.crash, 44);
-    EXPECT_EQ(a.timeout, 55);
 }
 
 std::string printed(const vq::SJobStat& s, bool withAlso) {

@@ -1,16 +1,9 @@
-// The operating-system pieces of the job host: folder listing by mask, the current
-// folder, redirection of the standard streams and key polling without a terminal.
+// Folder listing by mask, as job files' mask entries use it.
 #include "tool_process.h"
 
-#include "vqk/platform/console.h"
-#include "vqk/platform/current_dir.h"
 #include "vqk/platform/dir_list.h"
-#include "vqk/platform/std_redirect.h"
 
 #include <gtest/gtest.h>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 
@@ -45,38 +38,6 @@ TEST(DirList, MatchingFilesInNameOrder) {
     EXPECT_TRUE(found.empty());
     EXPECT_FALSE(vq::platform::matchesMask(nullptr, "*"));
     EXPECT_TRUE(vq::platform::matchesMask("Part.QIF", "part.qif"));
-}
-
-TEST(CurrentDir, ChangeAndRestore) {
-    vq::CStr start;
-    ASSERT_TRUE(vq::platform::currentDir(start));
-    std::string dir = freshTempDir("current_dir");
-    ASSERT_TRUE(vq::platform::changeDir(dir.c_str()));
-    vq::CStr now;
-    ASSERT_TRUE(vq::platform::currentDir(now));
-    EXPECT_NE(std::string(now.str()).find("current_dir"), std::string::npos);
-    EXPECT_FALSE(vq::platform::changeDir("no/such/folder"));
-    EXPECT_FALSE(vq::platform::changeDir(nullptr));
-    vq::CStr still;
-    vq::platform::currentDir(still);
-    EXPECT_STREQ(still.str(), now.str()) << "a failed change leaves the folder alone";
-    ASSERT_TRUE(vq::platform::changeDir(start.str()));
-}
-
-TEST(StdRedirect, FailureLeavesTheStreamUsable) {
-    EXPECT_FALSE(vq::platform::redirectStderr("/no/such/folder/err.txt"));
-    EXPECT_FALSE(vq::platform::redirectStderr(nullptr));
-    EXPECT_GE(std::fprintf(stderr, "%s", ""), 0);
-    EXPECT_NE(fcntl(2, F_GETFD), -1) << "standard error is still open";
-}
-
-TEST(Console, NoTerminalMeansNoKey) {
-    if (isatty(0))
-        GTEST_SKIP() << "standard input is a terminal";
-    vq::platform::CRawConsole console;
-    EXPECT_FALSE(console.active());
-    EXPECT_EQ(console.pollKey(20), -1);
-    EXPECT_EQ(console.pollKey(-5), -1);
 }
 
 } // namespace
