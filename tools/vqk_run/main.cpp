@@ -32,11 +32,26 @@ public:
     }
 };
 
+// Whether the command line sends standard output to a file (an //o or /.o option that
+// is not switched off), so that the declaration goes there and not to the console.
+bool redirectsOut(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        const char* a = argv[i];
+        if (a[0] != '/' || (a[1] != '/' && a[1] != '.') || (a[2] != 'o' && a[2] != 'O'))
+            continue;
+        if (a[3] != '-')
+            return true;
+        ++i; // a switched-off //o still takes its file name
+    }
+    return false;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     vq::xout.attach(stdout, false);
-    std::fputs(kDeclaration, stdout);
+    if (!redirectsOut(argc, argv))
+        std::fputs(kDeclaration, stdout);
     CRunTool tool;
     const bool ok = tool.main(argc, argv);
     tool.flush();
