@@ -32,7 +32,10 @@
 // the `stat` totals. Failures inside a job never escape: unknown jobs, unreadable job
 // files and exceptions thrown by a job are counted and reported as `Fail` elements.
 // main returns false when the command line is unusable (usage, an output that cannot
-// be redirected) or when any job was not OK.
+// be redirected) or when any job was not OK. Those two command-line failures pause for
+// a key unless in batch mode; a //b anywhere on the line counts. The pause reads keys
+// only from a terminal, so a run without one (a script, a pipe) that omits //b waits
+// there for good: scripts pass //b.
 #pragma once
 
 #include "vqk/config.h"
