@@ -1,10 +1,17 @@
 #include "vqk/jobs/global_props.h"
 
+#include "vqk/text/vector.h"
+
 namespace vq {
 
 namespace {
 
-CGlobalProps* g_current = nullptr;
+// The living instances, oldest first; the last one is the process's.
+TVector<CGlobalProps*>& instances() {
+    static TVector<CGlobalProps*>* list = new TVector<CGlobalProps*>; // outlives static destructors
+    return *list;
+}
+
 bool g_buildingFallback = false;
 
 class CNoProps final : public CGlobalProps {
@@ -17,29 +24,27 @@ public:
 
 } // namespace
 
-// Instances stack up: a later one hides an earlier one until it is destroyed. The
-// built-in fallback stays outside the stack, so it never hides an application's.
-CGlobalProps::CGlobalProps() : m_previous(g_current) {
+// The built-in fallback stays out of the list, so it never hides an application's.
+CGlobalProps::CGlobalProps() {
     if (!g_buildingFallback)
-        g_current = this;
+        instances().push_back(this);
 }
 
 CGlobalProps::~CGlobalProps() {
-    if (g_current == this) {
-        g_current = m_previous;
-        return;
-    }
-    // Destroyed out of order: unlink it from the middle of the stack.
-    for (CGlobalProps* p = g_current; p; p = p->m_previous)
-        if (p->m_previous == this) {
-            p->m_previous = m_previous;
+    TVector<CGlobalProps*>& list = instances();
+    for (uint32_t i = list.size(); i-- > 0;)
+        if (list[i] == this) {
+            for (uint32_t k = i; k + 1 < list.size(); ++k)
+                list[k] = list[k + 1];
+            list.resize(list.size() - 1);
             break;
         }
 }
 
 CGlobalProps& globalProps() {
-    if (g_current)
-        return *g_current;
+    TVector<CGlobalProps*>& list = instances();
+    if (!list.empty())
+        return *list.back();
     // Never destroyed, so that it stays usable from other static destructors.
     static CNoProps* fallback = [] {
         g_buildingFallback = true;

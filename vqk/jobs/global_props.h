@@ -22,11 +22,6 @@ namespace vq {
 
 class VQK_API CGlobalProps {
 public:
-    CGlobalProps();
-    virtual ~CGlobalProps();
-    CGlobalProps(const CGlobalProps&) = delete;
-    CGlobalProps& operator=(const CGlobalProps&) = delete;
-
     virtual const char* productName() const = 0;
     virtual const char* productVersion() const = 0;
     // Copies the property's text into `value`; false (value untouched) when unknown.
@@ -34,8 +29,13 @@ public:
     // False when the application does not accept the property.
     virtual bool setProp(const char* name, const char* value) = 0;
 
-private:
-    CGlobalProps* m_previous;
+protected:
+    // Construction makes the instance the process's; destruction hands back to the one
+    // before. The interface is never deleted through this base, hence not virtual.
+    CGlobalProps();
+    ~CGlobalProps();
+    CGlobalProps(const CGlobalProps&) = delete;
+    CGlobalProps& operator=(const CGlobalProps&) = delete;
 };
 
 VQK_API CGlobalProps& globalProps();

@@ -24,7 +24,9 @@
 // //e {file} redirect standard output and error. //o- and //e- still take their file
 // argument, so a line can keep the name and merely switch the option off.
 //
-// Job files may name other job files; nesting deeper than 32 files is a failure of the
+// Names and folders inside a job file (an entry's `name`, `dir` and arguments) resolve
+// from the tool's current folder; an XML job runs in its job file's own folder. Job
+// files may name other job files; nesting deeper than 32 files is a failure of the
 // file that goes one level too far ("Job files nested too deeply: {file}").
 //
 // Everything the run prints goes to vq::xout as one `job_log` document: per job its
@@ -54,7 +56,6 @@ class CXmlIn;
 class VQK_API CJob {
 public:
     explicit CJob(const char* appName);
-    virtual ~CJob();
     CJob(const CJob&) = delete;
     CJob& operator=(const CJob&) = delete;
 
@@ -66,6 +67,8 @@ public:
     // Flush the application's output streams; called before every pause prompt, at
     // the start of wait() and right before a plain job function runs.
     virtual void flush() = 0;
+    // After the four operations above, which keep the first places of the table.
+    virtual ~CJob();
 
     bool main(int argc, char** argv);
 

@@ -4,11 +4,11 @@
 
 #include "vqk/diagnostics/log_workflow.h"
 #include "vqk/files/file_path.h"
+#include "vqk/jobs/fixed_text.h"
 #include "vqk/platform/clock.h"
 #include "vqk/platform/console.h"
 #include "vqk/platform/current_dir.h"
 #include "vqk/platform/dir_list.h"
-#include "vqk/jobs/fixed_text.h"
 #include "vqk/xml/xml_escape.h"
 #include "vqk/xml/xml_in.h"
 #include "vqk/xml/xml_out.h"
