@@ -198,3 +198,17 @@ TEST_F(ToolJobFiles, ListThatNamesItselfStopsAtTheNestingLimit) {
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(ToolJobFiles, MarkupInNamesKeepsTheDocumentWellFormed) {
+    SToolRun r = runTool({"R&D <\"1\">.xml", "//b"}, m_dir);
+    EXPECT_EQ(r.exitCode, 1);
+    CJobLog log(r.out);
+    ASSERT_TRUE(log.wellFormed()) << r.out;
+    EXPECT_EQ(log.str("/job_log/job/@name"), "R&D <\"1\">.xml");
+    EXPECT_EQ(log.str("/job_log/job/Fail"), "Can't open file 'R&D <\"1\">.xml'");
+    EXPECT_EQ(log.str("/job_log/job/info/error/@msg"), "Can't open file 'R&D <\"1\">.xml'");
+}
+
+} // namespace

@@ -9,7 +9,6 @@
 #include "vqk/platform/console.h"
 #include "vqk/platform/current_dir.h"
 #include "vqk/platform/dir_list.h"
-#include "vqk/xml/xml_escape.h"
 #include "vqk/xml/xml_in.h"
 #include "vqk/xml/xml_out.h"
 
@@ -20,6 +19,7 @@
 #include <cstring>
 #include <exception>
 #include <memory>
+#include <string>
 
 namespace vq {
 
@@ -65,13 +65,30 @@ private:
 
 const char* nonNull(const char* s) { return s ? s : ""; }
 
+// Writes `in` with '&', '<', '>' and '"' as entities. The runner's messages carry names
+// and paths from command lines and job files, and they land in the job_log as a console
+// line, a record attribute and an element text: escaped, an "R&D" folder cannot break
+// the document. The apostrophe, with which the messages quote names, stays as it is.
+std::string escapeMarkup(const char* in) {
+    std::string out;
+    for (const char* p = in; *p; ++p) {
+        switch (*p) {
+        case '&': out += "&amp;"; break;
+        case '<': out += "&lt;"; break;
+        case '>': out += "&gt;"; break;
+        case '"': out += "&quot;"; break;
+        default: out += *p; break;
+        }
+    }
+    return out;
+}
+
 // Reports a runner failure: counted, console line, `error` record, and a `Fail`
-// element echoing the message (escaped, so that odd names keep the document valid).
+// element echoing the message.
 void fail(SJobStat& stat, const char* msg, int line) {
-    logFail(stat, msg, kRunnerFile, line);
-    CStr escaped;
-    escapeXmlStr(escaped, msg);
-    xout.text("Fail", "%s", escaped.str());
+    const std::string escaped = escapeMarkup(msg);
+    logFail(stat, escaped.c_str(), kRunnerFile, line);
+    xout.text("Fail", "%s", escaped.c_str());
 }
 
 // Over-long messages (huge paths) are cut rather than lost.
