@@ -25,7 +25,9 @@
 // argument, so a line can keep the name and merely switch the option off.
 //
 // Names and folders inside a job file (an entry's `name`, `dir` and arguments) resolve
-// from the tool's current folder; an XML job runs in its job file's own folder. Job
+// from the tool's current folder; an entry's `dir` is entered for that entry alone
+// (the folder is restored after it), a `mask` entry runs once per matching file of
+// that folder in name order, and an XML job runs in its job file's own folder. Job
 // files may name other job files; nesting deeper than 32 files is a failure of the
 // file that goes one level too far ("Job files nested too deeply: {file}").
 //
