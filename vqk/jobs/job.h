@@ -96,7 +96,7 @@ private:
                         int argc, char* const* argv);
     void runJobMask(SJobStat& stat, const char* dir, const char* mask, const char* name,
                     int argc, char* const* args);
-    bool runJobEntry(SJobStat& stat, CXmlIn& in, const char* program);
+    void runJobEntry(SJobStat& stat, CXmlIn& in, const char* program);
     void pauseUnlessBatch();
 
     const char* m_appName;

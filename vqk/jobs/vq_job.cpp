@@ -153,6 +153,19 @@ private:
     bool m_saved;
 };
 
+// Puts a string back to its value at construction when the scope ends, however it ends.
+class CRestoreStr {
+public:
+    explicit CRestoreStr(CStr& s) : m_s(s), m_saved(s) {}
+    ~CRestoreStr() { m_s = m_saved; }
+    CRestoreStr(const CRestoreStr&) = delete;
+    CRestoreStr& operator=(const CRestoreStr&) = delete;
+
+private:
+    CStr& m_s;
+    CStr m_saved;
+};
+
 // An argument vector built from owned strings, for the jobs a job file starts.
 class CArgs {
 public:
@@ -338,8 +351,11 @@ void CJob::runJobMask(SJobStat& stat, const char* dir, const char* mask, const c
     }
     // A mask with a folder part lists that folder: the job gets the same folder prefix.
     CStr prefix;
-    if (const char* slash = std::strrchr(mask, '/'))
-        prefix.reset(mask, 0, int(slash - mask) + 1);
+    for (int i = int(std::strlen(mask)) - 1; i >= 0; --i)
+        if (mask[i] == '/' || mask[i] == '\\') {
+            prefix.reset(mask, 0, i + 1);
+            break;
+        }
     for (const CStr& f : files) {
         CArgs a;
         a.add(args[0]);
@@ -353,8 +369,8 @@ void CJob::runJobMask(SJobStat& stat, const char* dir, const char* mask, const c
     }
 }
 
-// One `job` entry of a job file, with its tag in hand. False when the list must stop.
-bool CJob::runJobEntry(SJobStat& stat, CXmlIn& in, const char* program) {
+// One `job` entry of a job file, with its tag in hand.
+void CJob::runJobEntry(SJobStat& stat, CXmlIn& in, const char* program) {
     // The values point into the reader's tag buffer: copy them before anything runs.
     CStr dir(in.attrStr("dir", nullptr));
     bool hasDir = in.hasAttr("dir");
@@ -372,11 +388,11 @@ bool CJob::runJobEntry(SJobStat& stat, CXmlIn& in, const char* program) {
     }
 
     CDirRestore restore;
-    CStr savedDir(m_dir);
+    CRestoreStr keepJobDir(m_dir);
     if (hasDir) {
         if (!platform::changeDir(dir.str())) {
             failf(stat, eLineCantChangeDir, "Can't change dir to %s", dir.str());
-            return true;
+            return;
         }
         // Reported in the form of a file's folder, with its trailing separator.
         if (platform::currentDir(m_dir) && !m_dir.empty() && m_dir[m_dir.length() - 1] != '/')
@@ -393,8 +409,6 @@ bool CJob::runJobEntry(SJobStat& stat, CXmlIn& in, const char* program) {
     } else {
         main_job(a.argc(), a.argv(), stat);
     }
-    m_dir = savedDir;
-    return true;
 }
 
 bool CJob::main_file(int /*argc*/, char* const* argv, SJobStat& stat) {
@@ -411,13 +425,12 @@ bool CJob::main_file(int /*argc*/, char* const* argv, SJobStat& stat) {
     TFilePath<char> path(full);
     CStr folder;
     path.getDriveFolder(folder);
-    CStr savedDir(m_dir);
+    CRestoreStr keepJobDir(m_dir);
     m_dir = folder;
 
     CXmlIn in;
     if (!in.open(full.str())) {
         failf(stat, eLineCantOpen, "Can't open file '%s'", argv[1]);
-        m_dir = savedDir;
         return stat.isOk();
     }
     in.read(nullptr);
@@ -449,7 +462,6 @@ bool CJob::main_file(int /*argc*/, char* const* argv, SJobStat& stat) {
         a.add(full.str());
         main_file_func(stat, in, in.tagStr(), folder.str(), a.argc(), a.argv());
     }
-    m_dir = savedDir;
     return stat.isOk();
 }
 
