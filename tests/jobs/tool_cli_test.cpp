@@ -36,7 +36,9 @@ TEST_F(ToolCli, UsageWhenNoJobIsNamed) {
 
 TEST_F(ToolCli, UsagePromptWaitsForAKeyOnATerminal) {
     bool typed = false;
-    SToolRun r = runToolOnTerminal({}, m_dir, "<!--Press any key to continue-->", 'k', typed, 20);
+    // Ctrl-C is a key like any other there: it must not kill the tool with its terminal
+    // left raw.
+    SToolRun r = runToolOnTerminal({}, m_dir, "<!--Press any key to continue-->", '\x03', typed, 20);
     EXPECT_TRUE(typed) << r.out;
     EXPECT_FALSE(r.timedOut) << "the key press must end the pause";
     EXPECT_EQ(r.exitCode, 1);

@@ -1,8 +1,9 @@
 // vqk/platform/console.h
 //
 // Key polling on the process's console, for the job host's pause. While a CRawConsole
-// is alive a terminal standard input is in raw mode (no echo, no line buffering), so a
-// single key press can be seen at once; its destructor restores the terminal.
+// is alive a terminal standard input is in raw mode (no echo, no line buffering, Ctrl-C
+// read as the key 3 rather than sent as a signal), so a single key press can be seen at
+// once; its destructor restores the terminal.
 //
 //   vq::platform::CRawConsole console;
 //   int key = console.pollKey(100);     // -1 when no key came within 100 ms

@@ -23,7 +23,9 @@ CRawConsole::CRawConsole() {
     if (tcgetattr(STDIN_FILENO, &saved) != 0)
         return;
     termios raw = saved;
-    raw.c_lflag &= ~tcflag_t(ICANON | ECHO);
+    // Without ISIG, Ctrl-C arrives as the key 3 instead of killing the process while the
+    // terminal is still raw, which would leave the user's shell without echo.
+    raw.c_lflag &= ~tcflag_t(ICANON | ECHO | ISIG);
     raw.c_cc[VMIN] = 1;
     raw.c_cc[VTIME] = 0;
     if (tcsetattr(STDIN_FILENO, TCSANOW, &raw) != 0)
