@@ -75,12 +75,14 @@ Events referenceEvents(const std::string& path, bool& ok) {
 }
 
 // The same walk through CXmlIn, from the declaration (when there is one) to the end
-// of the root element. A reader error ends the list with "! message".
+// of the root element. A reader error ends the list with "! message". readHeader is
+// asked only when the document opens with its declaration: anything else in that
+// place it would push back as a tag.
 Events readerEvents(const std::string& path, bool hasDeclaration) {
     Events ev;
     try {
         CXmlIn in(path.c_str());
-        if (in.readHeader() != hasDeclaration)
+        if (hasDeclaration && !in.readHeader())
             ev.push_back("! declaration misread");
         int depth = 0;
         do {
@@ -280,7 +282,9 @@ bool compareDocument(const std::string& path, const std::string& text) {
         return false;
     }
     size_t bom = startsWith(text, 0, "\xEF\xBB\xBF") ? 3 : 0;
-    Events ours = readerEvents(path, startsWith(text, bom, "<?xml"));
+    const bool declaration = startsWith(text, bom, "<?xml") && text.size() > bom + 5 &&
+                             static_cast<unsigned char>(text[bom + 5]) <= ' ';
+    Events ours = readerEvents(path, declaration);
     std::string diff = firstDifference(ours, ref);
     EXPECT_EQ(diff, "") << path;
     return diff.empty();

@@ -105,19 +105,11 @@ bool CXmlIn::read2(const char* name) {
 
 bool CXmlIn::readHeader() {
     requireStream();
-    const char* error = _readBegHeader(1);
-    const char* text = m_buf.data();
-    const bool declaration = std::strncmp(text, "?xml", 4) == 0 &&
-                             (static_cast<unsigned char>(text[4]) <= ' ' || text[4] == '?');
-    // A comment, document type or processing instruction in the declaration's place
-    // is what read() passes over anyway. Pushed back it would come out as a tag, and
-    // its text need not split into attributes: it is dropped instead.
-    const bool passedOver = !declaration && (text[0] == '!' || text[0] == '?');
-    if (passedOver && (!error || error == apXinErrAttributes))
-        return false;
-    throwIf(error);
-    if (declaration)
+    throwIf(_readBegHeader(1));
+    if (std::strcmp(m_tag, "?xml") == 0)
         return true;
+    // Whatever came first goes back: an element for the next read, and equally a
+    // comment or processing instruction, which then arrives as a tag of its own.
     m_hold = true;
     return false;
 }
@@ -144,10 +136,12 @@ void CXmlIn::getNextTag(CTStr<char>& name) {
 
 bool CXmlIn::skipElem(const char* name) {
     readAny();
-    if (isTagEnd() || (name && !ApXin::isTag(name))) {
+    if (name && !ApXin::isTag(name)) {
         m_hold = true;
         return false;
     }
+    // An empty element or an end tag has nothing more to skip. A consumed end tag stays
+    // the tag in hand, where readEnd and the element scopes still find it.
     skip();
     return true;
 }
@@ -155,9 +149,16 @@ bool CXmlIn::skipElem(const char* name) {
 bool CXmlIn::skipElems(const char* name) {
     if (!skipElem(name))
         return false;
-    while (skipElem(name)) {
+    for (;;) {
+        readAny();
+        // An end tag begins no element, whatever its name: it closes the enclosing one,
+        // so the run of elements ends there.
+        if (isTagEnd() || (name && !ApXin::isTag(name))) {
+            m_hold = true;
+            return true;
+        }
+        skip();
     }
-    return true;
 }
 
 bool CXmlIn::getTag(char* buffer, int size) const {

@@ -68,10 +68,13 @@ public:
     // The same without exceptions: false on an error or another name (that tag is then
     // consumed, not pushed back).
     bool read2(const char* name = nullptr);
-    // One construct read in header mode: true when it is the "<?xml ...?>" declaration.
-    // Otherwise false: an element's tag is pushed back, to be delivered by the next
-    // read; a comment, document type or processing instruction is dropped, as read()
-    // would drop it.
+    // One construct read in header mode: true when its name is exactly "?xml" (the
+    // declaration). Otherwise false, and the construct is pushed back for the next read
+    // to deliver. That holds for a leading comment, document type or processing
+    // instruction as well: it then comes back as a tag called "!--", "!DOCTYPE" or
+    // "?name" (an empty element), or, when its text does not split into attributes,
+    // readHeader throws "XML error: invalid tag attributes". Documents that may start
+    // that way are read with read() alone, which passes over such constructs.
     bool readHeader();
     // The end tag of `name` (any end tag when null); see ApXin::_readEnd.
     void readEnd(const char* name);
@@ -80,12 +83,14 @@ public:
     // Looks at the next tag without consuming it.
     bool isNextTag(const char* name);
     void getNextTag(CTStr<char>& name);
-    // Skips the next element when it is called `name` (any when null) and returns true;
-    // another tag is pushed back and gives false. An end tag is never an element to
-    // skip: it is pushed back too, so the enclosing element can still be closed.
+    // Reads the next tag; a tag with another name than `name` is pushed back and gives
+    // false. Otherwise the tag is consumed, the element it starts is skipped, and true
+    // is returned. With a null `name` (or the same name) that includes an end tag: it
+    // is consumed and stays the tag in hand, so readEnd still finds it there.
     bool skipElem(const char* name = nullptr);
-    // skipElem, then every directly following element of the same kind; returns
-    // whether the first one was skipped.
+    // skipElem, then every directly following element called `name` (any when null);
+    // the first tag that is an end tag or has another name is pushed back. Returns
+    // whether the first skipElem succeeded.
     bool skipElems(const char* name = nullptr);
 
     // -- The tag in hand.
@@ -183,7 +188,8 @@ private:
 class VQK_API CXmlElemIn {
 public:
     CXmlElemIn(CXmlIn& in, const char* name);
-    // `in` may be null when `parent` is given: the parent's reader is used.
+    // With a parent, the parent's reader is used and `in` is not looked at (it may be
+    // null); without one, `in` is the reader, and null throws "File is not open".
     CXmlElemIn(CXmlElemIn* parent, CXmlIn* in, const char* name);
     CXmlElemIn(const CXmlElemIn& other);
     ~CXmlElemIn();

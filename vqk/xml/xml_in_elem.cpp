@@ -8,7 +8,7 @@ namespace vq {
 CXmlElemIn::CXmlElemIn(CXmlIn& in, const char* name) : m_in(&in) { begin(name); }
 
 CXmlElemIn::CXmlElemIn(CXmlElemIn* parent, CXmlIn* in, const char* name)
-    : m_in(in ? in : parent ? parent->m_in : nullptr), m_parent(parent) {
+    : m_in(parent ? parent->m_in : in), m_parent(parent) {
     if (!m_in)
         throw xmlInErrNotOpen;
     begin(name);
