@@ -45,6 +45,12 @@ const SSplitCase kSplitCases[] = {
     {"\\\\server\\share\\x.y", "", "\\\\server\\share\\", "x", ".y"},
     {"", "", "", "", ""},
     {"a:b:c", "a:", "", "b:c", ""},
+    {"z:", "z:", "", "", ""},
+    // Only a letter names a drive.
+    {"1:x.y", "", "", "1:x", ".y"},
+    {"\xE9:x", "", "", "\xE9:x", ""},
+    {":x", "", "", ":x", ""},
+    {"/:x", "", "/", ":x", ""},
 };
 
 TYPED_TEST(FilePathRules, SplitsDriveFolderNameAndExtension) {

@@ -2,7 +2,7 @@
 //
 // File paths held as their four components (drive, folder, file name, extension) and
 // the free functions that split and join paths into strings. Splitting follows the same
-// rules on every system: a drive is a leading character and colon ("C:"), the folder
+// rules on every system: a drive is a leading letter and colon ("C:"), the folder
 // runs to the last slash or backslash (both kept), the extension starts at the last
 // point of the last component. Joining writes this system's separator ("/" here, "\"
 // on Windows) only where a folder lacks a trailing one.

@@ -10,6 +10,11 @@ namespace {
 
 template <class T> bool isSlash(T c) { return c == T('/') || c == T('\\'); }
 
+// Drives are named by the letters of the basic Latin alphabet only.
+template <class T> bool isDriveLetter(T c) {
+    return (c >= T('A') && c <= T('Z')) || (c >= T('a') && c <= T('z'));
+}
+
 // A destination is usable when pointer and size agree: both given or both absent.
 template <class T> bool badBuffer(const T* p, size_t size) { return (p == nullptr) != (size == 0); }
 
@@ -36,7 +41,7 @@ int splitImpl(const T* path, T* drive, size_t driveSize, T* dir, size_t dirSize,
         // Measure every component first: a failure must not leave some filled.
         const T* p = path;
         size_t driveLen = 0;
-        if (p[0] != 0 && p[1] == T(':'))
+        if (isDriveLetter(p[0]) && p[1] == T(':'))
             driveLen = 2;
         p += driveLen;
         const T* lastSlash = nullptr; // one past the last separator

@@ -2,8 +2,8 @@
 //
 // The bounded path splitter and joiner and the absolute-path resolver of the C runtime
 // the library was first written for, reproduced so that they behave the same on every
-// system. Splitting is identical everywhere: an optional drive (any character followed
-// by a colon at the start), a folder running to the last slash or backslash, a file
+// system. Splitting is identical everywhere: an optional drive (a letter A-Z or a-z
+// followed by a colon at the start), a folder running to the last slash or backslash, a file
 // name, and an extension from the last point of the last component. Joining writes the
 // separator of a path style: backslash for EPathStyle::windows, slash for
 // EPathStyle::posix; the library's own callers pass nativePathStyle(), tests pass both.
