@@ -4,6 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+#include <limits>
+#include <string>
+#include <vector>
+
 namespace {
 
 using xml_out_test::CCapture;
@@ -126,6 +131,44 @@ TEST(XmlOutContent, IndentCountsAndDepth) {
     EXPECT_EQ(c.bytes(), "<r>\n-<a>------</a>\n</r>\n");
 }
 
+TEST(XmlOutContent, IndentStringIsPrintedAsAFormatAndReadEachTime) {
+    CCapture c;
+    char unit[8] = "%%.";
+    c.out.setIndent(unit);
+    {
+        vq::CXmlOutElem r(c.out, "r");
+        { vq::CXmlOutElem a(c.out, "a"); c.out.attrInt("k", 1); }
+        std::strcpy(unit, "%x");   // changed in place: the writer looks at it again
+        { vq::CXmlOutElem b(c.out, "b"); c.out.attrInt("k", 2); }
+        std::strcpy(unit, "");     // empty: nothing to print at all
+        c.out.indent(std::numeric_limits<int>::min()); // and no overflow in the count
+        c.out.indent(std::numeric_limits<int>::max());
+    }
+    // "%%" prints one '%'; a '%' that starts no complete conversion stays as it is.
+    EXPECT_EQ(c.bytes(), "<r>\n%.<a k=\"1\"/>\n%x<b k=\"2\"/>\n</r>\n");
+}
+
+TEST(XmlOutContent, NamesLongerThanAnyBufferKeepTheirPlace) {
+    std::string name(40000, 'n');
+    name[0] = 'N';
+    std::string cdata(30000, 'c');
+    CCapture c;
+    c.out.setIndent("  ");
+    {
+        vq::CXmlOutElem r(c.out, "r");
+        {
+            vq::CXmlOutElem big(c.out, name.c_str());
+            c.out.attrInt(name.c_str(), 1);
+            c.out.attr(name.c_str(), nullptr);
+        }
+        { vq::CXmlOutElem lone(c.out, name.c_str()); }
+        vq::CXmlOutElem s(c.out, "s", cdata.c_str());
+        c.out << "x";
+    }
+    EXPECT_EQ(c.bytes(), "<r>\n  <" + name + " " + name + "=\"1\" " + name + "/>\n<" + name + "/>\n  <s><![CDATA[" +
+                             cdata + "x]]></s>\n</r>\n");
+}
+
 TEST(XmlOutContent, WriteCopiesBytesUnchanged) {
     CCapture c;
     {
@@ -168,6 +211,36 @@ TEST_F(XmlOutInsert, WidePathAndPercentSigns) {
     EXPECT_TRUE(c.out.insertXml(wpath.c_str()));
     // As a format "%%" is one '%'; no other conversion reads an argument.
     EXPECT_EQ(c.bytes(), "<p>50% of 100% %s</p>");
+}
+
+// Records the formats operator() receives and prints them as the base would, without
+// arguments (they are expected to hold none).
+class CXmlOutFormats : public vq::CXmlOut {
+public:
+    using vq::CXmlOut::CXmlOut;
+    void operator()(const char* format, ...) override {
+        formats.push_back(format);
+        vq::CXmlOut::operator()("%s", format);
+    }
+    std::vector<std::string> formats;
+};
+
+TEST_F(XmlOutInsert, ContentReachesTheRawOutputAsItsFormat) {
+    std::string path = put("fmt.xml", "<?xml version=\"1.0\"?>\r\n<p a=\"5%\">100%% %d</p>\r\n");
+    FILE* tmp = std::tmpfile();
+    ASSERT_TRUE(tmp);
+    {
+        CXmlOutFormats out(tmp, nullptr);
+        EXPECT_TRUE(out.insertXml(path.c_str()));
+        ASSERT_EQ(out.formats.size(), 1u);
+        // Printed without arguments, this format gives back the file's own bytes, with
+        // "%%" as one '%' as any format would.
+        EXPECT_EQ(out.formats[0], "<p a=\"5%%\">100%% %%d</p>\n");
+        char printed[64];
+        std::snprintf(printed, sizeof printed, out.formats[0].c_str());
+        EXPECT_STREQ(printed, "<p a=\"5%\">100% %d</p>\n");
+    }
+    std::fclose(tmp);
 }
 
 TEST_F(XmlOutInsert, FilesWithoutAnElementAreRefused) {

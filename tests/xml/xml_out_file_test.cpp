@@ -85,22 +85,35 @@ TEST(XmlOutFile, CloseForgetsOpenElementsAndReopenStartsClean) {
     EXPECT_EQ(readFile(dir + "/2.xml"), std::string(kXmlOutDecl) + "<second/>\n");
 }
 
-TEST(XmlOutFile, HeldBytesKeepTheirOrderAndReachTheFileOnFlush) {
+TEST(XmlOutFile, EveryOperationReachesTheStreamBeforeItReturns) {
     std::string dir = xml_out_test::tempDir("hold");
-    std::string path = dir + "/held.xml";
+    std::string path = dir + "/ops.xml";
     vq::CXmlOut out;
     ASSERT_TRUE(out.open(path.c_str(), false, false));
+    out.setIndent("  ");
+    // What the stream holds after each operation, seen through the stream itself.
+    auto inFile = [&] {
+        std::fflush(out.stream());
+        return readFile(path).substr(sizeof kXmlOutDecl - 1);
+    };
+    EXPECT_EQ(inFile(), "");
     {
         vq::CXmlOutElem r(out, "r");
+        EXPECT_EQ(inFile(), "");
         out.attrInt("a", 1);
-        out.print("%s", " b=\"2\""); // the file output's own print comes after them
+        EXPECT_EQ(inFile(), "<r a=\"1\"");
+        std::fputs(" b=\"2\"", out.stream()); // a caller's own bytes land in order
+        vq::CXmlOutElem e(out, "e");
+        EXPECT_EQ(inFile(), "<r a=\"1\" b=\"2\">\n");
+        out.attrD1("d", 0.5);
+        EXPECT_EQ(inFile(), "<r a=\"1\" b=\"2\">\n  <e d=\"0.5\"");
+        out.print("%s", " c=\"3\"");
         out.writeBlock(">", 1);
-        out.attrStr("late", "x");   // no check: an attribute after the body goes into it
-        out.flush();
-        EXPECT_EQ(readFile(path), std::string(kXmlOutDecl) + "<r a=\"1\" b=\"2\"> late=\"x\"");
+        out.attrStr("late", "x"); // no check: an attribute after the body goes into it
+        EXPECT_EQ(inFile(), "<r a=\"1\" b=\"2\">\n  <e d=\"0.5\" c=\"3\"> late=\"x\"");
     }
+    EXPECT_EQ(inFile(), "<r a=\"1\" b=\"2\">\n  <e d=\"0.5\" c=\"3\"> late=\"x\"/>\n</r>\n");
     out.close();
-    EXPECT_EQ(readFile(path), std::string(kXmlOutDecl) + "<r a=\"1\" b=\"2\"> late=\"x\"/>\n");
 
     // Unbuffered: every operation reaches the file at once.
     std::string raw = dir + "/unbuffered.xml";
@@ -111,14 +124,14 @@ TEST(XmlOutFile, HeldBytesKeepTheirOrderAndReachTheFileOnFlush) {
     EXPECT_EQ(readFile(raw), "<e n=\"5\"");
 }
 
-TEST(XmlOutFile, DestructorWritesWhatIsHeld) {
+TEST(XmlOutFile, DestructorLeavesAWholeDocument) {
     std::string path = xml_out_test::tempDir("dtor") + "/d.xml";
     {
         auto* out = new vq::CXmlOut;
         ASSERT_TRUE(out->open(path.c_str(), false, false));
         {
             vq::CXmlOutElem r(*out, "r");
-            for (int i = 0; i < 5000; ++i) { // more than is ever held back
+            for (int i = 0; i < 5000; ++i) { // more than one stream buffer
                 vq::CXmlOutElem e(*out, "e");
                 out->attrInt("i", i);
             }
@@ -182,6 +195,20 @@ TEST(XmlOutFile, IdsCountFromOnePerWriter) {
     EXPECT_EQ(a.newId(), 2);
     EXPECT_EQ(b.newId(), 1);
     EXPECT_EQ(a.newId(), 3);
+}
+
+TEST(XmlOutFile, StoredSettingsReadBack) {
+    vq::CXmlOut out;
+    EXPECT_EQ(out.stop(), 0);
+    EXPECT_FALSE(out.isUseScaling());
+    EXPECT_EQ(out.scaleCoef(), 1.0);
+    EXPECT_EQ(out.indentString(), nullptr);
+    out.setStop(-7);
+    out.setUseScaling(true);
+    out.setScaleCoef(25.4);
+    EXPECT_EQ(out.stop(), -7);
+    EXPECT_TRUE(out.isUseScaling());
+    EXPECT_EQ(out.scaleCoef(), 25.4);
 }
 
 } // namespace

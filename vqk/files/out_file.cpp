@@ -4,6 +4,8 @@
 #include "vqk/text/convert.h"
 #include "vqk/text/str.h"
 
+#include <cstdlib>
+
 namespace vq {
 
 namespace {
@@ -53,11 +55,15 @@ bool COutFile::open(const char* path, bool append, bool unbuffered) {
     FILE* f = platform::openFileDenyWriters(path, append);
     if (!f)
         return false;
-    if (unbuffered)
+    if (unbuffered) {
         std::setvbuf(f, nullptr, _IONBF, 0);
+    } else {
+        m_streamBuffer = static_cast<char*>(std::malloc(kStreamBufferSize));
+        if (m_streamBuffer)
+            std::setvbuf(f, m_streamBuffer, _IOFBF, kStreamBufferSize);
+    }
     m_stream = f;
     m_owned = true;
-    m_holdPending = !unbuffered;
     return true;
 }
 
@@ -75,9 +81,10 @@ void COutFile::close() {
     writePending();
     if (m_stream && m_owned)
         std::fclose(m_stream);
+    std::free(m_streamBuffer);
+    m_streamBuffer = nullptr;
     m_stream = nullptr;
     m_owned = false;
-    m_holdPending = false;
 }
 
 void COutFile::writePending() {

@@ -12,8 +12,9 @@
 //   vq::COutFile con(stdout);                // not owned: never closed here
 //   con.writeBlock("ok\n", 3);
 //
-// A derived writer may gather small pieces in a pending block (setPending); every
-// operation here writes that block out first, so the bytes keep their order.
+// A derived writer may gather the small pieces of one operation in a pending block
+// (setPending) and hand them over in one block write; every operation here writes
+// that block out first, so the bytes keep their order.
 //
 // Failures: open() returns false when the file cannot be created or another writer
 // holds it; every output operation on a closed output does nothing and returns 0.
@@ -35,6 +36,8 @@ public:
     using VPrintFn = int (*)(FILE*, const char*, va_list);
     using WriteFn = size_t (*)(const void*, size_t, size_t, FILE*);
 
+    static constexpr size_t kStreamBufferSize = 65536;
+
     // Closed output.
     COutFile();
     // Opens `path` for writing ("w", denying other writers); a null path opens nothing.
@@ -53,7 +56,9 @@ public:
 
     // Closes what is open, then opens `path` (UTF-8) in text mode, "a" when appending
     // and "w" otherwise, denying other writers; `unbuffered` switches the stream's
-    // buffering off. False, with the output closed, when the file cannot be opened.
+    // buffering off, else the stream gets a buffer of kStreamBufferSize bytes, larger
+    // than the runtime's default, so big files go out in few system calls. False, with
+    // the output closed, when the file cannot be opened.
     bool open(const char* path, bool append, bool unbuffered);
     bool open(const wchar_t* path, bool append, bool unbuffered);
     // Closes the stream when owned and forgets it either way.
@@ -71,8 +76,7 @@ public:
     size_t writeBlock(const void* data, size_t size);
     void flush();
 
-    // The stream itself. Bytes a derived writer holds back reach it on flush(); call
-    // that before writing to the stream directly.
+    // The stream itself.
     FILE* stream() const { return m_stream; }
     bool isOpen() const { return m_stream != nullptr; }
     bool isOwned() const { return m_owned; }
@@ -86,15 +90,14 @@ protected:
     // Writes the pending block through the block write (or the caller's print) and
     // empties it.
     void writePending();
-    // True when pending bytes may be held back between operations: the stream is the
-    // output's own and buffered, so nothing else writes to it in between.
-    bool mayHoldPending() const { return m_holdPending; }
 
     FILE* m_stream = nullptr;
     bool m_owned = false;
     bool m_plainPrint = true;
-    bool m_holdPending = false;
     TVector<char>* m_pending = nullptr;
+    // The buffer of a buffered stream this output opened; freed after the stream is
+    // closed.
+    char* m_streamBuffer = nullptr;
     PrintFn m_print;
     VPrintFn m_vprint;
     WriteFn m_write;

@@ -2,7 +2,9 @@
 
 #include "vqk/text/convert.h"
 
+#include <cstdint>
 #include <cstring>
+#include <new>
 
 namespace vq {
 
@@ -57,14 +59,44 @@ void CXmlOut::close() {
         m_generation = 1;
 }
 
-void CXmlOut::setIndent(const char* indent) {
-    m_indent = indent;
-    m_indentLength = indent ? uint32_t(std::strlen(indent)) : 0;
+void CXmlOut::setIndent(const char* indent) { m_indent = indent; }
+
+void CXmlOut::putDirect(const char* s, size_t n) {
+    writePending();
+    writeBlock(s, n);
 }
 
-void CXmlOut::putIndent(int times) {
-    for (int i = 0; i < times; ++i)
-        put(m_indent, m_indentLength);
+void CXmlOut::growRoom(size_t n) {
+    uint64_t need = uint64_t(m_escaped.size()) + n;
+    if (need > uint64_t(INT32_MAX))
+        throw std::bad_alloc();
+    m_escaped.reserve(uint32_t(need));
+}
+
+void CXmlOut::putIndent(long long times) {
+    if (times <= 0 || !m_indent || !*m_indent)
+        return;
+    const char* unit = m_indent;
+    size_t n = std::strlen(unit);
+    // The caller may change the string between calls, so it is looked at every time.
+    // Printed as a format without arguments, "%%" is one '%'; any other conversion
+    // would read an argument that is not there, so its '%' is written as it is.
+    TVector<char> printed;
+    if (std::memchr(unit, '%', n)) {
+        for (size_t i = 0; i < n; ++i) {
+            printed.push_back(unit[i]);
+            if (unit[i] == '%' && unit[i + 1] == '%')
+                ++i;
+        }
+        n = printed.size();
+        unit = printed.data();
+    }
+    for (long long i = 0; i < times; ++i) {
+        put(unit, n);
+        // An absurd count must not gather gigabytes first.
+        if (m_escaped.size() >= kDirectBytes)
+            writePending();
+    }
 }
 
 void CXmlOut::shift(int n) {
@@ -145,7 +177,7 @@ void CXmlOut::indent(int n) {
         return;
     if (m_current)
         m_current->body(CXmlOutElem::eBodyText);
-    int depth = m_current ? m_current->m_depth : 0;
+    long long depth = m_current ? m_current->m_depth : 0;
     putIndent(n > 0 ? n : depth - n);
     endOp();
 }

@@ -21,10 +21,10 @@
 // are dropped), numbers as "%.15g". Text given to text(), operator() and write() is
 // written raw: escape it first (escapeXmlStr) when it may hold markup characters.
 //
-// Output is gathered per operation and handed to the stream in one block write; on a
-// buffered file the writer opened itself, blocks of a few kilobytes are held back
-// until flush(), close() or destruction, like the stream's own buffer (the file
-// output's print and writeBlock write them out first, so order is kept).
+// The fixed pieces of one operation (tags, indentation, an attribute) are gathered and
+// handed to the stream in one block write before the operation returns, so the
+// stream holds everything written so far: code may use stream() directly between
+// operations.
 //
 // The writer reports no errors: on a closed writer every operation does nothing, and
 // open() and insertXml() return false when they fail. Attribute values are formatted
@@ -139,12 +139,17 @@ public:
     bool insertXml(const wchar_t* path);
 
     // -- settings
-    // The indentation unit printed once per level; not copied. Null (the default)
-    // turns indentation off.
+    // The indentation unit printed once per level; not copied, and read each time it
+    // is printed. It goes out as the formatted print writes it with no arguments: "%%"
+    // gives one '%' (a lone '%' is written as it is). Null (the default) turns
+    // indentation off.
     void setIndent(const char* indent);
     const char* indentString() const { return m_indent; }
     // 1, 2, 3, ... from a new writer.
-    int newId() { return ++m_id; }
+    int newId() {
+        m_id = int(unsigned(m_id) + 1u); // wraps instead of overflowing
+        return m_id;
+    }
     void setStop(int stop) { m_stop = stop; }
     int stop() const { return m_stop; }
     // No line break after any tag.
@@ -176,14 +181,23 @@ private:
     template <class Fill> void attrWith(const char* name, size_t valueRoom, Fill fill);
     // Escapes a value at p, growing the block when the reserved room is too small.
     char* putEscaped(char* p, const char* value, size_t n);
+    // Formats with the C library into the value buffer (or, for a value of 1024 bytes
+    // or more, a buffer of its own) and escapes the result at p.
+    char* putFormatted(char* p, const char* format, va_list args);
+    char* putFormatted(char* p, const char* format, ...);
     void attrInts(const char* name, const int* v, int n);
     void attrDoubles(const char* name, const double* v, int n);
 
     // Fixed pieces gather in the escaped-value buffer and go out with one block write
-    // per operation, or per few kilobytes when the stream is the writer's own.
+    // at the end of each operation (endOp). A piece too long to be worth copying goes
+    // straight to the stream after what was gathered.
     void put(const char* s, size_t n) {
         if (!n)
             return;
+        if (n > kDirectBytes) {
+            putDirect(s, n);
+            return;
+        }
         uint32_t size = m_escaped.size();
         makeRoom(n);
         std::memcpy(m_escaped.data() + size, s, n);
@@ -194,23 +208,24 @@ private:
             put(s, std::strlen(s));
     }
     void put(char c) { m_escaped.push_back(c); }
+    void putDirect(const char* s, size_t n);
     // Room for n more bytes; the common case, room enough, costs one comparison.
+    // Throws std::bad_alloc when the block cannot grow that far.
     void makeRoom(size_t n) {
         if (m_escaped.size() + n > m_escaped.capacity())
-            m_escaped.reserve(uint32_t(m_escaped.size() + n));
+            growRoom(n);
     }
-    void putIndent(int times);
+    void growRoom(size_t n);
+    // The indent string `times` times, as the formatted print writes it.
+    void putIndent(long long times);
     // Room for an attribute with a value of up to `valueRoom` bytes; returns where the
     // value goes, after ` name="`.
     char* openAttr(const char* name, size_t valueRoom);
     // Ends the value at `end` with the closing quote.
     void closeAttr(char* end);
-    // Ends one operation: hands the gathered bytes to the stream unless they may wait.
-    void endOp() {
-        if (!mayHoldPending() || m_escaped.size() >= kHoldBytes)
-            writePending();
-    }
-    static constexpr uint32_t kHoldBytes = 32768;
+    // Ends one operation: hands the gathered bytes to the stream.
+    void endOp() { writePending(); }
+    static constexpr size_t kDirectBytes = 16384;
 
     CXmlOutElem* m_current = nullptr;
     int m_id = 0;
@@ -222,7 +237,6 @@ private:
     bool m_smallFirstLetter = false;
     bool m_useScaling = false;
     double m_scaleCoef = 1.0;
-    uint32_t m_indentLength = 0;
     // Changes whenever the stream is opened or closed, so elements of an earlier
     // stream stay silent.
     unsigned m_generation = 1;

@@ -1,8 +1,9 @@
 // Attribute forms of CXmlOut. Every value is produced and escaped inside one named
 // critical section shared by all writers. The typed forms format numbers with
 // std::to_chars, whose output the C++ standard defines as printf's for the same
-// conversion ("%i", "%u", "%llu", "%.15g"), straight into the output block; only the
-// general form pays for printf.
+// conversion ("%i", "%u", "%llu", "%.15g") in the C locale, straight into the output
+// block. printf's doubles follow the decimal point of the program's locale, so while
+// that is not '.' the double forms go through printf like the general form.
 #include "vqk/xml/xml_out.h"
 
 #include "vqk/xml/xml_escape_run.h"
@@ -10,6 +11,7 @@
 #include <cctype>
 #include <cfloat>
 #include <charconv>
+#include <clocale>
 #include <cmath>
 #include <cstring>
 #include <memory>
@@ -35,23 +37,34 @@ char* putG15(char* p, double v) {
 
 template <class I> char* putInt(char* p, I v) { return std::to_chars(p, p + kNumberRoom, v).ptr; }
 
+// True while the C library writes doubles with '.' as the decimal point.
+bool plainDecimalPoint() {
+    const char* point = std::localeconv()->decimal_point;
+    return point[0] == '.' && point[1] == '\0';
+}
+
 // "%.*f" with 15 decimals into 30 characters, then trailing zeros and a trailing
-// point removed; "#INF" when the fixed form does not fit.
-char* putTrimmedFixed(char* p, double v) {
+// decimal point removed; "#INF" when the fixed form does not fit. Appends to `out`,
+// which has room for 30 more characters.
+char* putTrimmedFixed(char* out, double v) {
     char buf[30];
     int n = std::snprintf(buf, sizeof buf, "%.*f", 15, v);
     if (n < 0 || n >= int(sizeof buf)) {
-        std::memcpy(p, "#INF", 4);
-        return p + 4;
+        std::memcpy(out, "#INF", 4);
+        return out + 4;
     }
-    if (std::memchr(buf, '.', size_t(n))) {
-        while (n > 0 && buf[n - 1] == '0')
+    const char* point = std::localeconv()->decimal_point;
+    size_t pointLength = std::strlen(point);
+    const char* at = pointLength ? std::strstr(buf, point) : nullptr;
+    if (at) {
+        int digits = int(at - buf + pointLength); // the zeros stop here
+        while (n > digits && buf[n - 1] == '0')
             --n;
-        if (n > 0 && buf[n - 1] == '.')
-            --n;
+        if (n == digits)
+            n -= int(pointLength);
     }
-    std::memcpy(p, buf, size_t(n));
-    return p + n;
+    std::memcpy(out, buf, size_t(n));
+    return out + n;
 }
 
 } // namespace
@@ -90,12 +103,14 @@ template <class Fill> void CXmlOut::attrWith(const char* name, size_t valueRoom,
 #pragma omp critical(vqk_xml_attr_value)
     {
         // Nothing may leave a critical section by an exception: a failed allocation
-        // drops this attribute instead.
+        // drops this attribute, and only this attribute, instead.
+        uint32_t mark = m_escaped.size();
         try {
             char* p = openAttr(name, valueRoom);
             closeAttr(fill(p));
         } catch (...) {
-            m_escaped.clear();
+            m_escaped.resize(mark);
+            endOp();
         }
     }
 }
@@ -120,21 +135,33 @@ void CXmlOut::vattr(const char* name, const char* format, va_list args) {
         endOp();
         return;
     }
-    attrWith(name, escapeRoom(kValueBufferSize), [&](char* p) {
-        va_list copy;
-        va_copy(copy, args);
-        int n = std::vsnprintf(m_value, sizeof m_value, format, copy);
-        va_end(copy);
-        if (n <= 0)
-            return p; // nothing, or text the C library cannot convert
-        if (n + 1 < kValueBufferSize)
-            return putEscaped(p, m_value, size_t(n));
-        std::unique_ptr<char[]> large(new (std::nothrow) char[size_t(n) + 1]);
-        if (!large)
-            return p;
-        std::vsnprintf(large.get(), size_t(n) + 1, format, args);
-        return putEscaped(p, large.get(), size_t(n));
-    });
+    attrWith(name, escapeRoom(kValueBufferSize), [&](char* p) { return putFormatted(p, format, args); });
+}
+
+char* CXmlOut::putFormatted(char* p, const char* format, va_list args) {
+    va_list copy;
+    va_copy(copy, args);
+    int n = std::vsnprintf(m_value, sizeof m_value, format, copy);
+    va_end(copy);
+    if (n <= 0)
+        return p; // nothing, or text the C library cannot convert
+    if (n + 1 < kValueBufferSize)
+        return putEscaped(p, m_value, size_t(n));
+    std::unique_ptr<char[]> large(new (std::nothrow) char[size_t(n) + 1]);
+    if (!large)
+        return p;
+    va_copy(copy, args);
+    std::vsnprintf(large.get(), size_t(n) + 1, format, copy);
+    va_end(copy);
+    return putEscaped(p, large.get(), size_t(n));
+}
+
+char* CXmlOut::putFormatted(char* p, const char* format, ...) {
+    va_list args;
+    va_start(args, format);
+    p = putFormatted(p, format, args);
+    va_end(args);
+    return p;
 }
 
 void CXmlOut::attr(const char* name, const char* format, ...) {
@@ -159,7 +186,9 @@ void CXmlOut::attrID1(const char* name, uint64 value) {
 }
 
 void CXmlOut::attrD1(const char* name, double value) {
-    attrWith(name, kNumberRoom, [&](char* p) { return putG15(p, value); });
+    attrWith(name, kNumberRoom, [&](char* p) {
+        return plainDecimalPoint() ? putG15(p, value) : putFormatted(p, "%.15g", value);
+    });
 }
 
 void CXmlOut::attrInts(const char* name, const int* v, int n) {
@@ -175,10 +204,11 @@ void CXmlOut::attrInts(const char* name, const int* v, int n) {
 
 void CXmlOut::attrDoubles(const char* name, const double* v, int n) {
     attrWith(name, size_t(n) * (kNumberRoom + 1), [&](char* p) {
+        bool plain = plainDecimalPoint();
         for (int i = 0; i < n; ++i) {
             if (i)
                 *p++ = ' ';
-            p = putG15(p, flushToZero(v[i]));
+            p = plain ? putG15(p, flushToZero(v[i])) : putFormatted(p, "%.15g", flushToZero(v[i]));
         }
         return p;
     });
@@ -215,12 +245,14 @@ void CXmlOut::attrD4(const char* name, double a, double b, double c, double d) {
 }
 
 void CXmlOut::attrDec3(const char* name, double a, double b, double c) {
-    attrWith(name, 3 * 31, [&](char* p) {
-        p = putTrimmedFixed(p, flushToZero(a));
-        *p++ = ' ';
-        p = putTrimmedFixed(p, flushToZero(b));
-        *p++ = ' ';
-        return putTrimmedFixed(p, flushToZero(c));
+    attrWith(name, escapeRoom(3 * 30), [&](char* p) {
+        char joined[3 * 30];
+        char* end = putTrimmedFixed(joined, flushToZero(a));
+        *end++ = ' ';
+        end = putTrimmedFixed(end, flushToZero(b));
+        *end++ = ' ';
+        end = putTrimmedFixed(end, flushToZero(c));
+        return putEscaped(p, joined, size_t(end - joined));
     });
 }
 

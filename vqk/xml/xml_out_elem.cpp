@@ -2,6 +2,8 @@
 
 #include "vqk/xml/xml_out.h"
 
+#include <climits>
+
 namespace vq {
 
 CXmlOutElem::CXmlOutElem(CXmlOut& out, const char* name) : CXmlOutElem(out, name, nullptr) {}
@@ -17,7 +19,7 @@ CXmlOutElem::CXmlOutElem(CXmlOut& out, const char* name, const char* cdataOpener
         // Inside a CDATA section depths go negative, which turns indentation off for
         // the whole subtree.
         if (d < 0)
-            m_depth = d - 1;
+            m_depth = d > INT_MIN ? d - 1 : d;
         else
             m_depth = m_parent->m_cdata ? ~d : d + 1;
         m_parent->body(eBodyElems);

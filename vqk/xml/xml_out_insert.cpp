@@ -5,6 +5,8 @@
 
 #include <cstring>
 #include <memory>
+#include <new>
+#include <utility>
 
 namespace vq {
 
@@ -23,19 +25,21 @@ size_t joinCrLf(char* s, size_t n) {
     return w;
 }
 
-// Printing `s` as a format with no arguments writes it unchanged except that "%%"
-// becomes '%'; any other conversion would read arguments that do not exist. Returns
-// the text with "%%" collapsed, so it can go out as a "%s" argument instead.
-void collapsePercents(CTStr<char>& out, const char* s, size_t n) {
-    TVector<char>& a = out.array();
-    a.clear();
-    a.reserve(uint32_t(n) + 1);
+// The content goes to operator() as its format, without arguments. "%%" there is
+// one '%'; any other '%' would be a conversion reading an argument that does not
+// exist, so it is doubled and the byte comes out as it stands in the file.
+// `out` has room for 2 n + 1 bytes.
+void percentsAsFormat(char* out, const char* s, size_t n) {
+    size_t w = 0;
     for (size_t i = 0; i < n; ++i) {
-        a.push_back(s[i]);
-        if (s[i] == '%' && i + 1 < n && s[i + 1] == '%')
+        out[w++] = s[i];
+        if (s[i] != '%')
+            continue;
+        out[w++] = '%';
+        if (i + 1 < n && s[i + 1] == '%')
             ++i;
     }
-    a.push_back('\0');
+    out[w] = '\0';
 }
 
 } // namespace
@@ -86,13 +90,14 @@ bool CXmlOut::insert(FILE* in) {
         return false;
     size_t got = std::fread(buf.get(), 1, size, in);
     size_t n = joinCrLf(buf.get(), got);
-    if (!std::memchr(buf.get(), '%', n)) {
-        (*this)(buf.get());
-    } else {
-        CTStr<char> text;
-        collapsePercents(text, buf.get(), n);
-        (*this)("%s", text.str());
+    if (std::memchr(buf.get(), '%', n)) {
+        std::unique_ptr<char[]> format(new (std::nothrow) char[2 * n + 1]);
+        if (!format)
+            return false;
+        percentsAsFormat(format.get(), buf.get(), n);
+        buf = std::move(format);
     }
+    (*this)(buf.get());
     return true;
 }
 
