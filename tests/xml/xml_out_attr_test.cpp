@@ -7,6 +7,7 @@
 #include <cfloat>
 #include <clocale>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <random>
 #include <string>
@@ -189,6 +190,40 @@ TEST(XmlOutAttrForms, WideTextFollowsTheLocale) {
     EXPECT_EQ(utf8, "<e s=\"\xC3\xA9&lt;\"/>\n");
     // The C locale cannot convert it: the value stays empty rather than half-written.
     EXPECT_EQ(plain, "<e s=\"\"/>\n");
+}
+
+// Builds a locale whose decimal point is a comma under the test folder and makes it
+// the numeric locale; false when the system cannot.
+bool useCommaDecimalPoint() {
+    std::string dir = xml_out_test::tempDir("locale");
+    xml_out_test::writeFile(dir + "/comma", "LC_NUMERIC\ndecimal_point \"<U002C>\"\nthousands_sep \"\"\n"
+                                            "grouping -1\nEND LC_NUMERIC\n");
+    std::string cmd = "localedef -c -i '" + dir + "/comma' -f UTF-8 '" + dir + "/comma.UTF-8' >/dev/null 2>&1";
+    if (std::system(cmd.c_str()) == -1)
+        return false;
+    setenv("LOCPATH", dir.c_str(), 1);
+    bool ok = std::setlocale(LC_NUMERIC, "comma.UTF-8") != nullptr;
+    unsetenv("LOCPATH");
+    return ok && printfG15(0.5) == "0,5";
+}
+
+TEST(XmlOutAttrNumbers, DoublesFollowTheDecimalPointOfTheLocale) {
+    if (!useCommaDecimalPoint()) {
+        std::setlocale(LC_NUMERIC, "C");
+        GTEST_SKIP() << "no way to build a locale with a decimal comma";
+    }
+    std::string d1 = oneAttr([](vq::CXmlOut& o) { o.attrD1("v", -1234.5); });
+    std::string d3 = oneAttr([](vq::CXmlOut& o) { o.attrD3("v", 1e-17, 2.25, 1e300); });
+    std::string d4 = oneAttr([](vq::CXmlOut& o) { o.attrD4("v", 0.5, 1, 2, 1.0 / 3); });
+    std::string dec3 = oneAttr([](vq::CXmlOut& o) { o.attrDec3("v", 1.5, 2, -0.125); });
+    std::string i2 = oneAttr([](vq::CXmlOut& o) { o.attrI2("v", -1, 2); });
+    std::setlocale(LC_NUMERIC, "C");
+    EXPECT_EQ(d1, "<e v=\"-1234,5\"/>\n");
+    EXPECT_EQ(d3, "<e v=\"0 2,25 1e+300\"/>\n");
+    EXPECT_EQ(d4, "<e v=\"0,5 1 2 0,333333333333333\"/>\n");
+    EXPECT_EQ(dec3, "<e v=\"1,5 2 -0,125\"/>\n");
+    EXPECT_EQ(i2, "<e v=\"-1 2\"/>\n");
+    EXPECT_EQ(oneAttr([](vq::CXmlOut& o) { o.attrD1("v", -1234.5); }), "<e v=\"-1234.5\"/>\n");
 }
 
 TEST(XmlOutAttrNumbers, WritersOnSeveralThreadsKeepTheirValues) {
