@@ -72,8 +72,9 @@ void scopeChildren(CXmlIn& in, CXmlElemIn& parent, int depth) {
     }
 }
 
+// Without readHeader: a leading document type or comment, which readHeader would hand
+// back as a tag, is passed over by the first read.
 void scopeWalk(CXmlIn& in) {
-    in.readHeader();
     CXmlElemIn root(in, nullptr);
     if (root.state() == eXmlTagStart)
         scopeChildren(in, root, 0);
