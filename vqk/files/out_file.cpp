@@ -94,10 +94,18 @@ void COutFile::writePending() {
     if (!n)
         return;
     if (m_stream) {
-        if (m_plainPrint)
+        if (m_plainPrint) {
             m_write(m_pending->data(), 1, n, m_stream);
-        else
-            m_print(m_stream, "%.*s", int(n), m_pending->data());
+        } else {
+            // A caller's print gets the plainest of formats. Pending bytes come from C
+            // strings and escaped values, so they hold no NUL that would cut them short.
+            if (n < m_pending->capacity()) {
+                m_pending->data()[n] = '\0';
+                m_print(m_stream, "%s", m_pending->data());
+            } else {
+                m_print(m_stream, "%.*s", int(n), m_pending->data());
+            }
+        }
     }
     m_pending->clear();
 }
