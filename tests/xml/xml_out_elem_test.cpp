@@ -201,6 +201,22 @@ TEST(XmlOutElemLayout, ClosedWriterWritesNothingAndKeepsNoElement) {
     EXPECT_EQ(closed.current(), nullptr);
 }
 
+TEST(XmlOutElemLayout, NullTextIsEmptyEverywhere) {
+    CCapture c;
+    {
+        vq::CXmlOutElem r(c.out, nullptr, nullptr);
+        c.out.attr(nullptr, "%i", 1);
+        c.out.attrStr(nullptr, static_cast<const char*>(nullptr));
+        c.out.attr(nullptr, nullptr);
+        c.out.text(nullptr, nullptr);
+        c.out(nullptr);
+        c.out.write(nullptr, 3);
+        c.out.comment(nullptr);
+        EXPECT_FALSE(c.out.insertXml(static_cast<const char*>(nullptr)));
+    }
+    EXPECT_EQ(c.bytes(), "< =\"1\" =\"\" >\n<></>\n<!--  -->\n</>\n");
+}
+
 TEST(XmlOutElemLayout, ElementsOutlivingTheirStreamStaySilent) {
     CCapture c;
     auto* e = new vq::CXmlOutElem(c.out, "old");

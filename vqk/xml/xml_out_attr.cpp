@@ -13,6 +13,7 @@
 #include <charconv>
 #include <clocale>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -116,6 +117,8 @@ template <class Fill> void CXmlOut::attrWith(const char* name, size_t valueRoom,
 }
 
 char* CXmlOut::putEscaped(char* p, const char* value, size_t n) {
+    if (n > size_t(INT32_MAX))
+        throw std::bad_alloc(); // no block of the writer can hold it: the value is dropped
     if (escapeRoom(n) <= m_escaped.capacity() - uint32_t(p - m_escaped.data()))
         return escapeXmlInto(p, value, n, xmlAttrEscapes());
     // Too long for the room reserved: let the block grow as the value needs.
