@@ -183,6 +183,33 @@ TEST(XmlOutFile, CallersPrintCarriesTheFixedText) {
     std::fclose(tmp);
 }
 
+// Counts what reaches the overridable operations.
+class CXmlOutCounting : public vq::CXmlOut {
+public:
+    using vq::CXmlOut::open;
+    bool open(const wchar_t* path, bool append, bool unbuffered) override {
+        ++wideOpens;
+        return vq::CXmlOut::open(path, append, unbuffered);
+    }
+    void operator()(const char* format, ...) override {
+        raw += format;
+        raw += '|';
+    }
+    int wideOpens = 0;
+    std::string raw;
+};
+
+TEST(XmlOutFile, NarrowOpenAndStreamingGoThroughTheOverrides) {
+    std::string path = xml_out_test::tempDir("virtual") + "/v.xml";
+    CXmlOutCounting out;
+    ASSERT_TRUE(out.open(path.c_str(), false, false));
+    EXPECT_EQ(out.wideOpens, 1);
+    out << "a" << 7 << 0.25;
+    EXPECT_EQ(out.raw, "%s|%i|%.15g|");
+    out.close();
+    EXPECT_EQ(readFile(path), kXmlOutDecl);
+}
+
 TEST(XmlOutFile, GlobalWriterIsOnStandardOutput) {
     EXPECT_EQ(vq::xout.stream(), stdout);
     EXPECT_FALSE(vq::xout.isOwned());
