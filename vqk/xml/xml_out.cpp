@@ -167,8 +167,6 @@ void CXmlOut::comment(const char* text) {
     if (!m_stream)
         return;
     shift(-1); // the depth of the element holding the comment, not one more
-    // A derived operator() may write through its own path: nothing may stay behind.
-    writePending();
     (*this)("<!-- %s -->\n", text ? text : "");
 }
 
