@@ -101,6 +101,8 @@ public:
     void attrB2(const char* name, bool a, bool b);                  // "%i %i"
     void attrI3(const char* name, int a, int b, int c);             // "%i %i %i"
     // "%.15g" joined by blanks, components below the double epsilon in magnitude as 0.
+    // Doubles are printf's bytes, so they take the decimal point of the program's
+    // numeric locale ('.' unless the program chose another).
     void attrD2(const char* name, double a, double b);
     void attrD3(const char* name, double a, double b, double c);
     void attrD4(const char* name, double a, double b, double c, double d);
@@ -134,7 +136,8 @@ public:
     // Copies another XML file's content, from its first element start on, into the
     // current element's body (CR LF turned into LF). False when the file cannot be
     // opened or read or holds no element start. The content is handed to operator()
-    // as its format; a '%' in it stands for itself ("%%" for one '%').
+    // as its format without arguments: "%%" in the file gives one '%', any other '%'
+    // stands for itself (it is doubled in that format).
     bool insertXml(const char* path);
     bool insertXml(const wchar_t* path);
 
