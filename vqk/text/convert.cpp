@@ -1,5 +1,6 @@
 #include "vqk/text/convert.h"
 
+#include "vqk/text/bounded.h"
 #include "vqk/text/codepage.h"
 
 #include <cstdio>
@@ -193,7 +194,7 @@ bool getStringToken(TVector<char*>& tokens, char* text, const char* delimiters) 
     char* start = text;
     while (start < end) {
         char* context = nullptr;
-        char* token = strtok_r(start, delimiters, &context);
+        char* token = strtok(start, delimiters, &context);
         if (!token)
             break;
         tokens.push_back(token);

@@ -1,15 +1,12 @@
 #include "vqk/text/str.h"
 
-#include "vqk/platform/printf.h"
+#include "vqk/text/bounded.h"
 #include "vqk/text/convert.h"
 #include "vqk/text/format.h"
 #include "vqk/text/string_table.h"
 
-#include <cctype>
 #include <climits>
-#include <cstdio>
 #include <cstring>
-#include <cwctype>
 #include <new>
 #include <string>
 
@@ -28,19 +25,8 @@ uint32_t checkedSize(uint64 n) {
     return uint32_t(n);
 }
 
-template <class T> int printCount(const T* fmt, va_list args);
-template <> int printCount<char>(const char* fmt, va_list args) {
-    return platform::vscprintf(fmt, args);
-}
-template <> int printCount<wchar_t>(const wchar_t* fmt, va_list args) {
-    return platform::vscwprintf(fmt, args);
-}
-int printInto(char* buf, size_t n, const char* fmt, va_list args) {
-    return std::vsnprintf(buf, n, fmt, args);
-}
-int printInto(wchar_t* buf, size_t n, const wchar_t* fmt, va_list args) {
-    return std::vswprintf(buf, n, fmt, args);
-}
+int printCount(const char* fmt, va_list args) { return vscprintf(fmt, args); }
+int printCount(const wchar_t* fmt, va_list args) { return vscprintf(fmt, args); }
 
 // The search of findSubStr, shared by the member and the free functions.
 void convertUtf8(CTStr<char>& out, const wchar_t* s) { wstrtostr(out, s, true); }
@@ -329,24 +315,15 @@ template <class T> void CTStr<T>::replace(T from, T to) {
             m_a[i] = to;
 }
 
-namespace {
-char lowerChar(char c) { return char(std::tolower((unsigned char)c)); }
-char upperChar(char c) { return char(std::toupper((unsigned char)c)); }
-wchar_t lowerChar(wchar_t c) { return wchar_t(std::towlower(wint_t(c))); }
-wchar_t upperChar(wchar_t c) { return wchar_t(std::towupper(wint_t(c))); }
-} // namespace
-
 template <class T> CTStr<T>& CTStr<T>::lowercase() {
-    int n = length();
-    for (int i = 0; i < n; ++i)
-        m_a[i] = lowerChar(m_a[i]);
+    if (int n = length())
+        strlwr(m_a.data(), size_t(n) + 1);
     return *this;
 }
 
 template <class T> CTStr<T>& CTStr<T>::uppercase() {
-    int n = length();
-    for (int i = 0; i < n; ++i)
-        m_a[i] = upperChar(m_a[i]);
+    if (int n = length())
+        strup(m_a.data(), size_t(n) + 1);
     return *this;
 }
 
@@ -400,7 +377,7 @@ template <class T> const T* CTStr<T>::vcformat(const T* fmt, va_list args) {
     m_a.resize(uint32_t(n) + 1);
     va_list copy;
     va_copy(copy, args);
-    int w = printInto(m_a.data(), size_t(n) + 1, fmt, copy);
+    int w = vsprintf(m_a.data(), size_t(n) + 1, fmt, copy);
     va_end(copy);
     if (w < 0)
         m_a.clear();

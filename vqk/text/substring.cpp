@@ -1,0 +1,120 @@
+#include "vqk/text/substring.h"
+
+namespace vq {
+namespace {
+
+template <class T> bool matchesAt(const T* s, const T* what, int n) {
+    for (int i = 0; i < n; ++i)
+        if (s[i] != what[i])
+            return false;
+    return true;
+}
+
+template <class T> int countSub(const T* text, const T* pattern) {
+    int m = textLength(pattern);
+    if (!textLength(text) || !m)
+        return 0;
+    int count = 0;
+    const T* p = text;
+    for (int at; (at = findSubStr(p, pattern)) >= 0;) {
+        ++count;
+        p += at + m;
+    }
+    return count;
+}
+
+template <class T> int replaceSub(CTStr<T>& s, const T* what, const T* with) {
+    int m = textLength(what);
+    int n = s.length();
+    if (!m || n < m)
+        return 0;
+    const T* text = s.str();
+    int withLen = textLength(with);
+    // First pass counts, so the result is built in one exactly sized block.
+    int count = 0;
+    for (int i = 0; i + m <= n;) {
+        if (matchesAt(text + i, what, m)) {
+            ++count;
+            i += m;
+        } else {
+            ++i;
+        }
+    }
+    if (!count)
+        return 0;
+    CTStr<T> out;
+    T* o = out.getBuffer(n + count * (withLen - m) + 1);
+    for (int i = 0; i < n;) {
+        if (i + m <= n && matchesAt(text + i, what, m)) {
+            for (int k = 0; k < withLen; ++k)
+                *o++ = with[k];
+            i += m;
+        } else {
+            *o++ = text[i++];
+        }
+    }
+    *o = 0;
+    s = out;
+    return count;
+}
+
+template <class T>
+void splitBy(TVectorC<CTStr<T>>& out, const T* text, const T* token, bool skipEmpty) {
+    out.clear();
+    int n = textLength(text);
+    if (!n)
+        return;
+    int m = textLength(token);
+    if (!m) {
+        out.add().reset(text, uint64(n));
+        return;
+    }
+    int start = 0;
+    for (int i = 0; i + m <= n;) {
+        if (matchesAt(text + i, token, m)) {
+            if (i > start || !skipEmpty)
+                out.add().reset(text + start, uint64(i - start));
+            i += m;
+            start = i;
+        } else {
+            ++i;
+        }
+    }
+    if (n > start || !skipEmpty)
+        out.add().reset(text + start, uint64(n - start));
+}
+
+} // namespace
+
+int numSubStr(const char* text, const char* pattern) { return countSub(text, pattern); }
+int numSubStr(const wchar_t* text, const wchar_t* pattern) { return countSub(text, pattern); }
+
+int replaceSubStr(CTStr<char>& s, const char* what, const char* with) {
+    return replaceSub(s, what, with);
+}
+int replaceSubStr(CTStr<wchar_t>& s, const wchar_t* what, const wchar_t* with) {
+    return replaceSub(s, what, with);
+}
+
+void splitStrByToken(TVectorC<CTStr<char>>& out, const char* text, const char* token,
+                     bool skipEmpty) {
+    splitBy(out, text, token, skipEmpty);
+}
+void splitStrByToken(TVectorC<CTStr<wchar_t>>& out, const wchar_t* text, const wchar_t* token,
+                     bool skipEmpty) {
+    splitBy(out, text, token, skipEmpty);
+}
+
+CTStr<wchar_t> wrapQuote(const wchar_t* s) {
+    int n = textLength(s);
+    CTStr<wchar_t> out;
+    wchar_t* p = out.getBuffer(n + 3);
+    p[0] = L'"';
+    for (int i = 0; i < n; ++i)
+        p[i + 1] = s[i];
+    p[n + 1] = L'"';
+    p[n + 2] = 0;
+    return out;
+}
+
+} // namespace vq
