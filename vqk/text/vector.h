@@ -59,23 +59,12 @@ public:
         if (n <= capacity())
             return;
         if (m_capacity > 0) {
-            uint32_t cap = checkedCapacity(uint64_t(m_capacity) + n);
-            T* p = allocate(cap);
-            if (m_size)
-                std::memcpy(static_cast<void*>(p), m_data, m_size * sizeof(T));
-            m_data = p;
-            m_capacity = -int32_t(cap);
+            moveTo(checkedCapacity(uint64_t(m_capacity) + n), false);
             return;
         }
         uint32_t c = uint32_t(-int64_t(m_capacity));
         uint32_t extra = c > 2047 ? c / 4 : (c > 4 ? c / 2 : 4);
-        uint32_t cap = checkedCapacity(uint64_t(n) + extra);
-        T* p = allocate(cap);
-        if (m_size)
-            std::memcpy(static_cast<void*>(p), m_data, m_size * sizeof(T));
-        ::operator delete(m_data);
-        m_data = p;
-        m_capacity = -int32_t(cap);
+        moveTo(checkedCapacity(uint64_t(n) + extra), true);
     }
 
     // Points the array at a borrowed block, dropping an owned one.
@@ -125,8 +114,15 @@ public:
     void append(const T* p, uint32_t n) {
         if (!n)
             return;
-        if (m_size + n > capacity())
+        if (m_size + n > capacity()) {
+            // p may point at this array's own elements, which growth moves.
+            const T* old = m_data;
+            bool inside = old && p >= old && p < old + m_size;
+            size_t offset = inside ? size_t(p - old) : 0;
             grow(m_size + n);
+            if (inside)
+                p = m_data + offset;
+        }
         std::memmove(static_cast<void*>(m_data + m_size), p, n * sizeof(T));
         m_size += n;
     }
@@ -141,6 +137,18 @@ private:
         if (n > uint64_t(INT32_MAX))
             throw std::bad_alloc();
         return uint32_t(n);
+    }
+    // Moves the elements in use to a new block of cap elements (cap always exceeds the
+    // size; the bound only tells the compiler so).
+    void moveTo(uint32_t cap, bool freeOld) {
+        T* p = allocate(cap);
+        uint32_t keep = m_size < cap ? m_size : cap;
+        if (keep)
+            std::memcpy(static_cast<void*>(p), m_data, size_t(keep) * sizeof(T));
+        if (freeOld)
+            ::operator delete(m_data);
+        m_data = p;
+        m_capacity = -int32_t(cap);
     }
     static T* allocate(uint32_t n) { return static_cast<T*>(::operator new(size_t(n) * sizeof(T))); }
     void release() {
