@@ -4,6 +4,7 @@
 #include "vqk/text/convert.h"
 #include "vqk/text/format.h"
 #include "vqk/text/string_table.h"
+#include "vqk/text/utf8.h"
 
 #include <climits>
 #include <cstring>
@@ -173,24 +174,39 @@ template <class T> void appendSame(TVector<T>& a, int len, const T* s) {
     std::memcpy(a.data() + len, s, size_t(n) * sizeof(T));
     a[len + n] = 0;
 }
+
+// Text of the other width is converted straight into the tail of the array: measure,
+// grow once, convert, with no temporary string.
+void appendOther(TVector<wchar_t>& a, int len, const char* s) {
+    int n = utf8ToWide(s, -1, nullptr, 0); // terminator included
+    if (n <= 1)
+        return;
+    a.resize(uint32_t(len) + uint32_t(n));
+    if (utf8ToWide(s, -1, a.data() + len, n) < 1)
+        a[len] = 0;
+}
+void appendOther(TVector<char>& a, int len, const wchar_t* s) {
+    int n = wideToUtf8(s, -1, nullptr, 0);
+    if (n <= 1)
+        return;
+    a.resize(uint32_t(len) + uint32_t(n));
+    if (wideToUtf8(s, -1, a.data() + len, n) < 1)
+        a[len] = 0;
+}
 } // namespace
 
 template <class T> void CTStr<T>::append(const char* s) {
-    if constexpr (std::is_same<T, char>::value) {
+    if constexpr (std::is_same<T, char>::value)
         appendSame(m_a, length(), s);
-    } else if (s && *s) {
-        CTStr<T> t(s);
-        appendSame(m_a, length(), t.str());
-    }
+    else if (s && *s)
+        appendOther(m_a, length(), s);
 }
 
 template <class T> void CTStr<T>::append(const wchar_t* s) {
-    if constexpr (std::is_same<T, wchar_t>::value) {
+    if constexpr (std::is_same<T, wchar_t>::value)
         appendSame(m_a, length(), s);
-    } else if (s && *s) {
-        CTStr<T> t(s);
-        appendSame(m_a, length(), t.str());
-    }
+    else if (s && *s)
+        appendOther(m_a, length(), s);
 }
 
 template <class T> void CTStr<T>::dropLabelLine() {
@@ -275,12 +291,16 @@ template <class T> int CTStr<T>::insertStr(int i, const T* s) {
         reset(s);
         return k;
     }
-    std::basic_string<T> copy(s, size_t(k)); // s may live in this string
+    const T* block = m_a.data();
+    if (s >= block && s < block + m_a.capacity()) {
+        CTStr<T> copy(s); // a piece of this string: the block is about to change
+        return insertStr(i, copy.str());
+    }
     int pos = i < 0 ? 0 : (i > n ? n : i);
     m_a.resize(uint32_t(n + k + 1));
     T* p = m_a.data();
     std::memmove(p + pos + k, p + pos, size_t(n - pos) * sizeof(T));
-    std::memcpy(p + pos, copy.data(), size_t(k) * sizeof(T));
+    std::memcpy(p + pos, s, size_t(k) * sizeof(T));
     p[n + k] = 0;
     return k;
 }

@@ -1,5 +1,7 @@
 #include "vqk/text/substring.h"
 
+#include <cstring>
+
 namespace vq {
 namespace {
 
@@ -23,17 +25,22 @@ template <class T> int countSub(const T* text, const T* pattern) {
     return count;
 }
 
+// Rebuilds s in its own block, so a string reused in a loop does not allocate.
 template <class T> int replaceSub(CTStr<T>& s, const T* what, const T* with) {
     int m = textLength(what);
     int n = s.length();
     if (!m || n < m)
         return 0;
-    const T* text = s.str();
+    const T* block = s.str();
+    auto inside = [&](const T* p) { return p && p >= block && p < block + s.array().capacity(); };
+    if (inside(what) || inside(with)) {
+        CTStr<T> w(what), r(with); // pieces of s itself would change under the rewrite
+        return replaceSub(s, w.str(), r.str());
+    }
     int withLen = textLength(with);
-    // First pass counts, so the result is built in one exactly sized block.
     int count = 0;
     for (int i = 0; i + m <= n;) {
-        if (matchesAt(text + i, what, m)) {
+        if (matchesAt(block + i, what, m)) {
             ++count;
             i += m;
         } else {
@@ -42,19 +49,27 @@ template <class T> int replaceSub(CTStr<T>& s, const T* what, const T* with) {
     }
     if (!count)
         return 0;
-    CTStr<T> out;
-    T* o = out.getBuffer(n + count * (withLen - m) + 1);
+    // A longer result grows the block once and moves the text to its end; the write
+    // position then never passes the read position.
+    int total = n + count * (withLen - m);
+    int shift = total > n ? total - n : 0;
+    T* p = s.getBuffer((total > n ? total : n) + 1);
+    if (shift)
+        std::memmove(p + shift, p, size_t(n) * sizeof(T));
+    int o = 0;
     for (int i = 0; i < n;) {
-        if (i + m <= n && matchesAt(text + i, what, m)) {
+        const T* r = p + shift + i;
+        if (i + m <= n && matchesAt(r, what, m)) {
             for (int k = 0; k < withLen; ++k)
-                *o++ = with[k];
+                p[o++] = with[k];
             i += m;
         } else {
-            *o++ = text[i++];
+            p[o++] = *r;
+            ++i;
         }
     }
-    *o = 0;
-    s = out;
+    p[total] = 0;
+    s.getBuffer(total + 1);
     return count;
 }
 
