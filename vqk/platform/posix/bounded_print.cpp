@@ -9,26 +9,18 @@
 namespace vq {
 namespace platform {
 
-int vsprintf_s(char* buf, size_t size, const char* fmt, va_list args) {
-    if (!buf || size == 0 || !fmt) {
-        if (buf && size)
-            buf[0] = 0;
-        errno = EINVAL;
-        return -1;
-    }
-    va_list copy;
-    va_copy(copy, args);
-    int n = std::vsnprintf(buf, size, fmt, copy);
-    va_end(copy);
-    if (n < 0 || size_t(n) >= size) {
-        buf[0] = 0;
-        errno = n < 0 ? EINVAL : ERANGE;
-        return -1;
-    }
-    return n;
+namespace {
+
+int printInto(char* buf, size_t size, const char* fmt, va_list args) {
+    return std::vsnprintf(buf, size, fmt, args);
+}
+int printInto(wchar_t* buf, size_t size, const wchar_t* fmt, va_list args) {
+    return std::vswprintf(buf, size, fmt, args);
 }
 
-int vswprintf_s(wchar_t* buf, size_t size, const wchar_t* fmt, va_list args) {
+// vsnprintf reports the length a short block would need, vswprintf only fails: either
+// way the text did not fit and the block is emptied.
+template <class T> int printBounded(T* buf, size_t size, const T* fmt, va_list args) {
     if (!buf || size == 0 || !fmt) {
         if (buf && size)
             buf[0] = 0;
@@ -37,14 +29,24 @@ int vswprintf_s(wchar_t* buf, size_t size, const wchar_t* fmt, va_list args) {
     }
     va_list copy;
     va_copy(copy, args);
-    int n = std::vswprintf(buf, size, fmt, copy);
+    int n = printInto(buf, size, fmt, copy);
     va_end(copy);
-    if (n < 0) { // vswprintf cannot tell a short block from a bad format
+    if (n < 0 || size_t(n) >= size) {
         buf[0] = 0;
         errno = ERANGE;
         return -1;
     }
     return n;
+}
+
+} // namespace
+
+int vsprintf_s(char* buf, size_t size, const char* fmt, va_list args) {
+    return printBounded(buf, size, fmt, args);
+}
+
+int vswprintf_s(wchar_t* buf, size_t size, const wchar_t* fmt, va_list args) {
+    return printBounded(buf, size, fmt, args);
 }
 
 int _vscprintf(const char* fmt, va_list args) {

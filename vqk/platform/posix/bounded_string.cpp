@@ -44,6 +44,17 @@ template <class T> int copyText(T* dst, size_t size, const T* src, size_t count)
     return ERANGE;
 }
 
+// A count of 0 copies nothing and is no error, even with no source at all.
+template <class T> int copyCounted(T* dst, size_t size, const T* src, size_t count) {
+    if (count == 0 && !dst && size == 0)
+        return 0;
+    if (count == 0 && dst && size) {
+        dst[0] = 0;
+        return 0;
+    }
+    return copyText(dst, size, src, count);
+}
+
 template <class T> int appendText(T* dst, size_t size, const T* src) {
     if (!dst || size == 0)
         return EINVAL;
@@ -135,22 +146,10 @@ int wcscpy_s(wchar_t* dst, size_t size, const wchar_t* src) {
     return copyText(dst, size, src, size_t(-1) - 1);
 }
 int strncpy_s(char* dst, size_t size, const char* src, size_t count) {
-    if (count == 0 && !dst && size == 0)
-        return 0;
-    if (count == 0 && dst && size) {
-        dst[0] = 0;
-        return 0;
-    }
-    return copyText(dst, size, src, count);
+    return copyCounted(dst, size, src, count);
 }
 int wcsncpy_s(wchar_t* dst, size_t size, const wchar_t* src, size_t count) {
-    if (count == 0 && !dst && size == 0)
-        return 0;
-    if (count == 0 && dst && size) {
-        dst[0] = 0;
-        return 0;
-    }
-    return copyText(dst, size, src, count);
+    return copyCounted(dst, size, src, count);
 }
 int strcat_s(char* dst, size_t size, const char* src) { return appendText(dst, size, src); }
 int wcscat_s(wchar_t* dst, size_t size, const wchar_t* src) { return appendText(dst, size, src); }
