@@ -14,6 +14,26 @@ namespace {
 char s_builtFormat[128];
 wchar_t s_builtFormatW[128];
 
+// "%0<width>i" or "%.<precision>f" into the shared buffer, as "%%0%ii" and "%%.%if"
+// would print them; built by hand because it happens for every such piece.
+const char* buildFormat(const char* head, int n, char conv) {
+    char digits[12];
+    int k = 0;
+    unsigned v = unsigned(n);
+    do {
+        digits[k++] = char('0' + v % 10);
+        v /= 10;
+    } while (v);
+    char* p = s_builtFormat;
+    while (*head)
+        *p++ = *head++;
+    while (k)
+        *p++ = digits[--k];
+    *p++ = conv;
+    *p = 0;
+    return s_builtFormat;
+}
+
 } // namespace
 
 const char* formatPrintfID1() { return "%llu"; }
@@ -40,8 +60,7 @@ const char* CFormat::format() const {
     case eInt:
         if (m_width < 1)
             return "%i";
-        std::snprintf(s_builtFormat, sizeof s_builtFormat, "%%0%ii", m_width);
-        return s_builtFormat;
+        return buildFormat("%0", m_width, 'i');
     case eUint:
         return "%u";
     case eUint64:
@@ -49,8 +68,7 @@ const char* CFormat::format() const {
     case eDouble:
         if (m_precision < 0)
             return "%.15g";
-        std::snprintf(s_builtFormat, sizeof s_builtFormat, "%%.%if", m_precision);
-        return s_builtFormat;
+        return buildFormat("%.", m_precision, 'f');
     default:
         return "";
     }
@@ -176,18 +194,20 @@ template <class T> void appendPieces(CTStr<T>& out, const CFormat* const* pieces
             f.appendText(out);
             continue;
         }
-        int size = f.sizeBuf();
+        // Printing into the inline room measures at the same time; only a piece longer
+        // than 50 characters is printed a second time, into a heap block of its size.
+        char local[51];
+        int size = f.sprint(local, int(sizeof local));
+        if (size >= 0) {
+            out.append(local);
+            continue;
+        }
+        size = f.sizeBuf();
         if (size <= 0)
             continue;
-        char local[51];
-        std::unique_ptr<char[]> heap;
-        char* buf = local;
-        if (size > 50) {
-            heap.reset(new char[size_t(size) + 1]);
-            buf = heap.get();
-        }
-        f.sprint(buf, size + 1);
-        out.append(buf);
+        std::unique_ptr<char[]> heap(new char[size_t(size) + 1]);
+        if (f.sprint(heap.get(), size + 1) >= 0)
+            out.append(heap.get());
     }
 }
 

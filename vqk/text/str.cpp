@@ -18,6 +18,10 @@ template <class T> const T* emptyText();
 template <> const char* emptyText<char>() { return ""; }
 template <> const wchar_t* emptyText<wchar_t>() { return L""; }
 
+// The first zero among n elements (the library's vectorised search), null if none.
+const char* findZero(const char* p, size_t n) { return static_cast<const char*>(std::memchr(p, 0, n)); }
+const wchar_t* findZero(const wchar_t* p, size_t n) { return std::wmemchr(p, 0, n); }
+
 template <class T> bool isWhite(T c) { return c == 9 || c == 10 || c == 13 || c == 32; }
 
 uint32_t checkedSize(uint64 n) {
@@ -247,11 +251,8 @@ template <class T> int CTStr<T>::length() const {
     if (!m_a.size() || !m_a.data())
         return 0;
     const T* p = m_a.data();
-    const T* e = p + m_a.size();
-    const T* q = p;
-    while (q < e && *q)
-        ++q;
-    return int(q - p);
+    const T* zero = findZero(p, m_a.size());
+    return zero ? int(zero - p) : int(m_a.size());
 }
 
 template <class T> T& CTStr<T>::add() {

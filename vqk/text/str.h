@@ -20,6 +20,7 @@
 #include "vqk/text/vector.h"
 
 #include <cstdarg>
+#include <cstring>
 #include <cwchar>
 
 namespace vq {
@@ -150,13 +151,7 @@ VQK_API int findSubStr(const char* text, const char* pattern);
 VQK_API int findSubStr(const wchar_t* text, const wchar_t* pattern);
 
 // Length up to the first zero; 0 for null.
-template <class T> inline int textLength(const T* s) {
-    if (!s)
-        return 0;
-    const T* p = s;
-    while (*p)
-        ++p;
-    return int(p - s);
-}
+inline int textLength(const char* s) { return s ? int(std::strlen(s)) : 0; }
+inline int textLength(const wchar_t* s) { return s ? int(std::wcslen(s)) : 0; }
 
 } // namespace vq
