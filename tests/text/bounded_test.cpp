@@ -222,3 +222,10 @@ TEST(Bounded, LocalTimeAndItsTextForm) {
     EXPECT_EQ(pf::asctime_s(buf, sizeof buf, &fixed), EINVAL);
     EXPECT_EQ(pf::asctime_s(buf, sizeof buf, nullptr), EINVAL);
 }
+
+TEST(Bounded, WideCountingStopsAtTextTheLocaleCannotConvert) {
+    // A narrow argument with a byte sequence the "C" locale cannot decode fails at once
+    // instead of retrying with ever larger blocks.
+    EXPECT_EQ(vq::scwprintf(L"%s", "\xC3\xA9"), -1);
+    EXPECT_EQ(vq::scwprintf(L"%s", "plain"), 5);
+}

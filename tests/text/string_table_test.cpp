@@ -1,5 +1,6 @@
 #include "vqk/text/format.h"
 #include "vqk/text/str.h"
+#include "vqk/text/runtime_critical.h"
 #include "vqk/text/string_csv.h"
 #include "vqk/text/string_table.h"
 
@@ -172,4 +173,40 @@ TEST_F(StringTableFolder, CformatTakesItsFormatFromTheTable) {
     vq::CStr s;
     EXPECT_STREQ(s.cformat(700, "list", 3), "list has 3 items");
     EXPECT_STREQ(s.cformat(701, "list", 3), "");
+}
+
+TEST_F(StringTableFolder, FirstLoadFromManyThreadsGivesEveryoneTheSameText) {
+    std::string dir = tempFolder("string_table_threads");
+    std::string csv;
+    for (int i = 0; i < 20000; ++i) // large enough that loading takes a while
+        csv += std::to_string(100000 + i) + ";\"text " + std::to_string(i) + "\"\n";
+    writeFile(dir + "/orv_string.csv", csv);
+    vq::setStringTableFolder(dir.c_str());
+    const int threads = 8;
+    const char* seen[threads] = {};
+#pragma omp parallel for num_threads(threads)
+    for (int t = 0; t < threads; ++t)
+        seen[t] = vq::stringTableText(119999, 0);
+    for (int t = 0; t < threads; ++t) {
+        ASSERT_NE(seen[t], nullptr);
+        EXPECT_STREQ(seen[t], "text 19999");
+        EXPECT_EQ(seen[t], seen[0]); // one table was loaded, not one per thread
+    }
+}
+
+TEST(RuntimeCritical, SerialisesCallersOnTheSharedName) {
+    long plain = 0; // deliberately not atomic: only the section keeps the count exact
+    const int rounds = 20000;
+#pragma omp parallel for num_threads(4)
+    for (int i = 0; i < rounds; ++i)
+        vq::runInRuntimeCritical([](void* p) { ++*static_cast<long*>(p); }, &plain);
+    EXPECT_EQ(plain, rounds);
+    long viaMacro = 0;
+#pragma omp parallel for num_threads(4)
+    for (int i = 0; i < rounds; ++i) {
+        VQK_RUNTIME_CRITICAL
+        ++viaMacro;
+    }
+    EXPECT_EQ(viaMacro, rounds);
+    vq::runInRuntimeCritical(nullptr, nullptr); // no function: nothing happens
 }

@@ -1,7 +1,10 @@
 // vqk/platform/printf.h
 //
-// Counting printf for wide text, which the C library lacks: the number of characters
-// the formatted text needs, without the terminator; -1 when it cannot be formatted.
+// Counting printf, which the C library lacks for wide text: the number of characters
+// the formatted text needs, without the terminator; -1 when it cannot be formatted (a
+// null format, or text the locale cannot encode).
+//
+//   int n = vq::platform::vscwprintf(L"%ls=%d", args);   // then size a block n + 1
 #pragma once
 
 #include "vqk/config.h"

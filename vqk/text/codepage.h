@@ -2,7 +2,11 @@
 //
 // Code-page conversion as the library's interfaces name it: code page 65001 is UTF-8,
 // code page 0 the "ANSI" code page of the platform seam. Calling convention of
-// vqk/text/utf8.h.
+// vqk/text/utf8.h: 0 is returned when the output block is too small.
+//
+//   wchar_t w[8];
+//   int n = vq::multiByteToWide(vq::kCodePageAnsi, "caf\xE9", -1, w, 8);  // 5, L"caf\u00e9"
+//   int need = vq::wideToMultiByte(vq::kCodePageUtf8, w, -1, nullptr, 0); // 6
 #pragma once
 
 #include "vqk/platform/codepage.h"

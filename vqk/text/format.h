@@ -12,6 +12,8 @@
 //
 // Formats of kinds 2 and 5 are built into one static buffer shared by all CFormat
 // objects: formatting with a width or a precision is not safe from several threads.
+// Nothing here fails: null text prints as empty text, and a piece that does not fit a
+// caller's buffer (sprint) empties the buffer and returns -1.
 #pragma once
 
 #include "vqk/config.h"

@@ -1,5 +1,6 @@
 #include "vqk/platform/printf.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cwchar>
 #include <memory>
@@ -29,12 +30,16 @@ int vscwprintf(const wchar_t* fmt, va_list args) {
     for (;;) {
         va_list copy;
         va_copy(copy, args);
+        errno = 0;
         int n = std::vswprintf(buf, size, fmt, copy);
+        int error = errno;
         va_end(copy);
         if (n >= 0)
             return n;
-        if (size >= (size_t(1) << 26))
-            return -1; // an encoding error, not a small block
+        // Text the locale cannot convert fails at any size; only a short block is worth
+        // another try.
+        if (error == EILSEQ || error == EINVAL || size >= (size_t(1) << 26))
+            return -1;
         size *= 4;
         heap.reset(new wchar_t[size]);
         buf = heap.get();
