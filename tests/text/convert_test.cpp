@@ -139,9 +139,11 @@ TEST(Conversion, P21ToUtf8DecodesEscapesAndJoinsPairs) {
     vq::utf8top21(p21, text);
     vq::p21toutf8(out, p21.str());
     EXPECT_EQ(out, text);
-    // A short or broken hex run never reads past the end.
+    // A short or broken hex run never reads past the end, and cannot cut the text.
     vq::p21toutf8(out, "\\X2\\0");
-    vq::p21toutf8(out, "\\X2\\zz");
+    EXPECT_EQ(out, "");
+    vq::p21toutf8(out, "\\X2\\zzzz00E9\\X0\\ok");
+    EXPECT_EQ(out, "\xC3\xA9ok");
 }
 
 TEST(Conversion, TranslitSpellsCyrillicInLatin) {
@@ -152,6 +154,10 @@ TEST(Conversion, TranslitSpellsCyrillicInLatin) {
     vq::translit(out, in);
     EXPECT_EQ(out, "Zhizn\"'");
     // Every code from 192 to 255 gives a non-empty pure-ASCII spelling.
+    // The target may be the source itself.
+    in = "\xC4\xE0";
+    vq::translit(in, in);
+    EXPECT_EQ(in, "Da");
     for (int c = 192; c < 256; ++c) {
         CStr one(1, char(c));
         vq::translit(out, one);

@@ -135,8 +135,9 @@ void p21toutf8(CTStr<char>& out, const char* s) {
             size_t k = n - i < 4 ? n - i : 4;
             std::memcpy(digits, s + i, k);
             unsigned hi = 0, lo = 0;
-            std::sscanf(digits, "%2x%2x", &hi, &lo);
-            units += wchar_t((hi & 0xFF) * 256 + (lo & 0xFF));
+            // A unit that does not scan would be a zero and end the text: drop it.
+            if (std::sscanf(digits, "%2x%2x", &hi, &lo) == 2)
+                units += wchar_t((hi & 0xFF) * 256 + (lo & 0xFF));
             i += k;
             continue;
         }
@@ -169,8 +170,7 @@ void translit(CTStr<char>& out, CTStr<char>& in) {
     static const unsigned char upper[32] = {
         0,  1,  2,  3,  4,  5,  7,  8,  9,  9,  10, 11, 12, 13, 14, 15,
         16, 17, 18, 19, 20, 21, 22, 23, 24, 24, 25, 26, 27, 28, 19, 6};
-    out.reset();
-    const char* s = in.str();
+    const char* s = in.str(); // read before out is emptied: they may be one string
     std::string r;
     r.reserve(std::strlen(s) * 2);
     for (; *s; ++s) {
