@@ -6,6 +6,9 @@
 // source length of -1 means zero-terminated with the terminator included, an output
 // size of 0 asks for the size needed, 0 is returned on failure. Characters the code
 // page cannot hold become '?'.
+//
+//   char out[8];
+//   vq::platform::wideToAnsi(L"\u20ac5", -1, out, 8);   // "\x80" "5" with WINDOWS-1252
 #pragma once
 
 #include "vqk/config.h"

@@ -10,6 +10,10 @@
 // UTF-8 decodes to U+FFFD, as the platform converter does with flags 0. On the way to
 // UTF-8 a surrogate pair held in a 32-bit wchar_t is joined back into one character and
 // a lone surrogate becomes U+FFFD.
+//
+//   int need = vq::utf8ToWide("caf\xC3\xA9", -1, nullptr, 0);   // 5, terminator included
+//   std::vector<wchar_t> w(need);
+//   vq::utf8ToWide("caf\xC3\xA9", -1, w.data(), need);
 #pragma once
 
 #include "vqk/config.h"

@@ -14,6 +14,9 @@
 //   vq::TVector<char> v(buf, 64);   // fills buf until more than 64 are needed
 //   v.push_back('x');
 //
+// Growth beyond what a signed 32-bit capacity can describe throws std::bad_alloc, as
+// does a failed allocation; nothing else fails.
+//
 // TVectorC<T> is the array of class objects (strings, records with owners) used where
 // elements need construction and destruction.
 #pragma once
