@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <string>
 
 using vq::CStr;
@@ -194,4 +195,33 @@ TEST(Conversion, GetStringTokenKeepsItsRestartRule) {
     EXPECT_FALSE(vq::getStringToken(tokens, nullptr, ","));
     char some[] = "a";
     EXPECT_FALSE(vq::getStringToken(tokens, some, nullptr));
+}
+
+// The code page is read from the environment once per process, so other code pages are
+// checked in a child run of this same test program.
+TEST(Conversion, EnvironmentChoosesTheAnsiCodePage) {
+    const char* expect = std::getenv("VQK_TEXT_ACP_EXPECT");
+    if (expect) { // the child
+        CWStr w;
+        vq::strtowstr(w, "\xC4\x80", false);
+        if (std::strcmp(expect, "1251") == 0) {
+            EXPECT_EQ(w, L"\u0414\u0402"); // Cyrillic De, Dje
+            CStr n;
+            vq::wstrtostr(n, L"\u0414\u00e9", false);
+            EXPECT_EQ(n, "\xC4?");
+        } else {
+            EXPECT_EQ(w, L"\u00c4\u20ac"); // unknown name: WINDOWS-1252
+        }
+        return;
+    }
+    std::string self = std::filesystem::read_symlink("/proc/self/exe").string();
+    auto run = [&](const char* acp, const char* mode) {
+        std::string cmd = std::string("VQK_ACP=") + acp + " VQK_TEXT_ACP_EXPECT=" + mode + " '" +
+                          self +
+                          "' --gtest_filter=Conversion.EnvironmentChoosesTheAnsiCodePage"
+                          " > /dev/null 2>&1";
+        return std::system(cmd.c_str());
+    };
+    EXPECT_EQ(run("WINDOWS-1251", "1251"), 0);
+    EXPECT_EQ(run("NO-SUCH-CODE-PAGE", "1252"), 0);
 }
