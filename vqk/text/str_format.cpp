@@ -28,17 +28,22 @@ CStrFormat& CStrFormat::operator=(const CStrFormat& o) {
     if (this == &o)
         return *this;
     size_t n = std::strlen(o.m_text);
-    char* p = block(int(n) + 1);
+    char* retired;
+    char* p = block(int(n) + 1, retired);
     std::memcpy(p, o.m_text, n + 1);
+    delete[] retired;
     m_text = p;
     return *this;
 }
 
 CStrFormat::~CStrFormat() { delete[] m_heap; }
 
-// A block of at least `size` characters: the inline buffer, else a fresh heap block
-// from the doubling sequence (the previous one is freed); null beyond the last size.
-char* CStrFormat::block(int size) {
+// A block of at least `size` characters: the inline buffer, else a heap block from the
+// doubling sequence; null beyond the last size. A replaced heap block is handed back in
+// `retired` for the caller to free once the new text is printed, since the arguments
+// may still point into it.
+char* CStrFormat::block(int size, char*& retired) {
+    retired = nullptr;
     if (size <= kInline)
         return m_inline;
     int room = kInline;
@@ -47,8 +52,7 @@ char* CStrFormat::block(int size) {
         if (size <= room) {
             if (m_heap && m_heapSize == room)
                 return m_heap;
-            delete[] m_heap;
-            m_heap = nullptr;
+            retired = m_heap;
             m_heap = new char[size_t(room)];
             m_heapSize = room;
             return m_heap;
@@ -67,12 +71,14 @@ const char* CStrFormat::vformat(const char* fmt, va_list args) {
     int n = vscprintf(fmt, args);
     if (n < 0)
         return m_text;
-    char* p = block(n + 1);
+    char* retired;
+    char* p = block(n + 1, retired);
     if (!p)
         return m_text;
     int size = p == m_inline ? int(kInline) : m_heapSize;
     if (vsprintf(p, size_t(size), fmt, args) >= 0)
         m_text = p;
+    delete[] retired;
     return m_text;
 }
 
