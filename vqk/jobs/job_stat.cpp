@@ -3,7 +3,7 @@
 #include "vqk/files/out_file.h"
 #include "vqk/jobs/job_info.h"
 #include "vqk/platform/memory_info.h"
-#include "vqk/jobs/fixed_text.h"
+#include "vqk/text/bounded.h"
 #include "vqk/xml/xml_out.h"
 
 #include <omp.h>
@@ -40,7 +40,7 @@ void report(int32_t& counter, const char* consoleLine, const char* record, const
         msg = "";
     xout(consoleLine, msg);
     char buf[2048];
-    if (jobs::formatFixed(buf, sizeof buf, record, file ? file : "", line, msg) >= 0 && sum)
+    if (vq::sprintf(buf, sizeof buf, record, file ? file : "", line, msg) >= 0 && sum)
         sum->info(buf);
 }
 

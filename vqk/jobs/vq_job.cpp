@@ -4,17 +4,18 @@
 
 #include "vqk/diagnostics/log_workflow.h"
 #include "vqk/files/file_path.h"
-#include "vqk/jobs/fixed_text.h"
 #include "vqk/platform/clock.h"
 #include "vqk/platform/console.h"
 #include "vqk/platform/current_dir.h"
 #include "vqk/platform/dir_list.h"
+#include "vqk/text/bounded.h"
 #include "vqk/xml/xml_in.h"
 #include "vqk/xml/xml_out.h"
 
 #include <cctype>
 #include <cstdarg>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
@@ -101,7 +102,9 @@ void failf(SJobStat& stat, int line, const char* format, ...) {
     char msg[eMessageSize];
     va_list args;
     va_start(args, format);
-    jobs::vformatCut(msg, sizeof msg, format, args);
+    // The C library's cutting print: the message stays, shortened, when it is too long.
+    if (std::vsnprintf(msg, sizeof msg, format, args) < 0)
+        msg[0] = 0;
     va_end(args);
     fail(stat, msg, line);
 }
@@ -324,7 +327,7 @@ bool CJob::main_func_imp(int argc, char* const* argv, SJobStat& stat, FJobXml xm
         writeFileAttr(argv[2]);
     for (int k = 3; k < argc; ++k) {
         char attrName[16];
-        jobs::formatFixed(attrName, sizeof attrName, "arg%d", k - 2);
+        vq::sprintf(attrName, sizeof attrName, "arg%d", k - 2);
         xout.attrStr(attrName, nonNull(argv[k]));
     }
     xout.text("out", " ");
@@ -382,7 +385,7 @@ void CJob::runJobEntry(SJobStat& stat, CXmlIn& in, const char* program) {
     a.add(name.str());
     for (int k = 1;; ++k) {
         char attrName[eArgNameSize];
-        if (jobs::formatFixed(attrName, sizeof attrName, "arg%d", k) < 0 || !in.hasAttr(attrName))
+        if (vq::sprintf(attrName, sizeof attrName, "arg%d", k) < 0 || !in.hasAttr(attrName))
             break;
         a.add(in.attrStr(attrName, ""));
     }
@@ -473,7 +476,7 @@ void CJob::main_file_func(SJobStat& stat, CXmlIn& in, const char* elementName, c
         return;
     }
     char name[eElemNameSize];
-    jobs::copyCut(name, sizeof name, elementName);
+    vq::strncpy(name, sizeof name, elementName, size_t(-1));
     const char* file = argc > 1 ? argv[1] : "";
 
     if (const STestDescriptor* test = CJobHost::host().findTest(name)) {
@@ -509,14 +512,15 @@ bool CJob::main_job(int argc, char* const* argv, SJobStat& stat) {
     const char* name = argc < 2 ? "no name" : nonNull(argv[1]);
 
     // The job's arguments as raw attribute text: arg2="..." arg3="..." (k is the index
-    // in argv). Values go in unescaped; an over-long text is cut by the bounded append.
+    // in argv). Values go in unescaped; a pair that does not fit the text any more
+    // empties it (the rule of the bounded append), and later ones start it afresh.
     char argText[eArgTextSize];
     argText[0] = 0;
     for (int k = 2; k < argc; ++k) {
         char one[eMessageSize];
-        if (jobs::formatFixed(one, sizeof one, "%sarg%d=\"%s\"", k == 2 ? "" : " ", k, nonNull(argv[k])) < 0)
+        if (vq::sprintf(one, sizeof one, "%sarg%d=\"%s\"", k == 2 ? "" : " ", k, nonNull(argv[k])) < 0)
             break;
-        jobs::appendFixed(argText, sizeof argText, one);
+        vq::strcat(argText, sizeof argText, one);
     }
 
     CXmlOutElem job(xout, "job");
