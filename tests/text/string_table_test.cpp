@@ -1,3 +1,4 @@
+#include "vqk/platform/module.h"
 #include "vqk/text/format.h"
 #include "vqk/text/str.h"
 #include "vqk/text/runtime_critical.h"
@@ -209,4 +210,14 @@ TEST(RuntimeCritical, SerialisesCallersOnTheSharedName) {
     }
     EXPECT_EQ(viaMacro, rounds);
     vq::runInRuntimeCritical(nullptr, nullptr); // no function: nothing happens
+}
+
+TEST(LibraryFolder, NamesTheFolderHoldingTheLibraryAndItsTable) {
+    std::string dir = vq::platform::libraryFolder();
+    ASSERT_FALSE(dir.empty());
+    EXPECT_EQ(dir.back(), '/');
+    FILE* f = std::fopen((dir + "orv_string.csv").c_str(), "rb"); // copied there by the build
+    EXPECT_NE(f, nullptr) << dir;
+    if (f)
+        std::fclose(f);
 }
