@@ -13,6 +13,14 @@
 #include <string>
 #include <vector>
 
+// clang's ThreadSanitizer runtime brings its own operator new; there the counting
+// replacement cannot be linked and the counts are not checked.
+#if defined(__has_feature)
+#if __has_feature(thread_sanitizer)
+#define VQK_NO_NEW_REPLACEMENT 1
+#endif
+#endif
+
 namespace {
 
 thread_local bool t_counting = false;
@@ -38,6 +46,7 @@ template <class F> long allocationsOf(F f) {
 
 } // namespace
 
+#ifndef VQK_NO_NEW_REPLACEMENT
 void* operator new(std::size_t n) { return allocate(n); }
 void* operator new[](std::size_t n) { return allocate(n); }
 void* operator new(std::size_t n, const std::nothrow_t&) noexcept {
@@ -60,8 +69,17 @@ void operator delete(void* p, std::size_t) noexcept { std::free(p); }
 void operator delete[](void* p, std::size_t) noexcept { std::free(p); }
 void operator delete(void* p, const std::nothrow_t&) noexcept { std::free(p); }
 void operator delete[](void* p, const std::nothrow_t&) noexcept { std::free(p); }
+#endif
+
+// Skips a counting test where the replacement could not be linked.
+#ifdef VQK_NO_NEW_REPLACEMENT
+#define VQK_NEED_COUNTING() GTEST_SKIP() << "allocation counting needs the replaceable operator new"
+#else
+#define VQK_NEED_COUNTING() (void)0
+#endif
 
 TEST(Allocation, CountingSeesTheLibrarysAllocations) {
+    VQK_NEED_COUNTING();
     // Without this the other checks could pass with a counter that never counts.
     vq::CStr s;
     EXPECT_EQ(allocationsOf([&] { s = "first"; }), 1);
@@ -69,6 +87,7 @@ TEST(Allocation, CountingSeesTheLibrarysAllocations) {
 }
 
 TEST(Allocation, AStringReusedInALoopAllocatesOnlyWhenItOutgrowsItself) {
+    VQK_NEED_COUNTING();
     // Texts of varying lengths, made before counting starts.
     std::vector<std::string> texts;
     std::vector<std::wstring> wide;
@@ -114,6 +133,7 @@ TEST(Allocation, AStringReusedInALoopAllocatesOnlyWhenItOutgrowsItself) {
 }
 
 TEST(Allocation, GrowingPastTheBlockAllocatesOnceThenNotAgain) {
+    VQK_NEED_COUNTING();
     vq::CStr s;
     EXPECT_EQ(allocationsOf([&] { s.reset(uint64_t(63), 'x'); }), 1);
     EXPECT_EQ(s.array().capacity(), 64u + 4u);
@@ -128,6 +148,7 @@ TEST(Allocation, GrowingPastTheBlockAllocatesOnceThenNotAgain) {
 }
 
 TEST(Allocation, FormattersUseTheirInlineBlocks) {
+    VQK_NEED_COUNTING();
     vq::CStrFormat f;
     EXPECT_EQ(allocationsOf([&] { f("%s %i %.3f", "short", 42, 1.5); }), 0);
     vq::CStrBuf b;
