@@ -1,8 +1,8 @@
 // The runner in-process: jobs registered by the test itself, with vq::xout on a
 // temporary file that is parsed afterwards.
 #include "job_log.h"
+#include "tool_process.h"
 
-#include "vqk/diagnostics/log_workflow.h"
 #include "vqk/jobs/job.h"
 #include "vqk/xml/xml_in.h"
 #include "vqk/xml/xml_out.h"
@@ -10,9 +10,11 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cmath>
 #include <cstdlib>
 #include <stdexcept>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -61,11 +63,6 @@ SRun runMain(std::vector<std::string> args) {
 class JobRunner : public ::testing::Test {
 protected:
     void SetUp() override {
-        // Jobs are steps of the workflow log: keep it in the tests' folder.
-        if (const char* tmp = std::getenv("VQK_TEST_TMP")) {
-            setenv("TEMP", tmp, 1);
-            vq::CLogWorkflow::setPrefix("vqk_jobs_tests");
-        }
         vq::CJobInfo::s_batch = true;
         vq::CJobHost::host().clearJobs();
     }
@@ -205,6 +202,34 @@ TEST_F(JobRunner, OverlongArgumentIsDroppedFromTheJobAttributes) {
     EXPECT_EQ(log.str("/job_log/job/func/@arg1"), "short");
 }
 
+TEST_F(JobRunner, ArgumentTooLongToFormatEndsTheJobAttributes) {
+    vq::registerJob("okjob", okJob);
+    SRun r = runMain({"okjob", "short1", std::string(3000, 'a'), "short2"});
+    CJobLog log(r.out);
+    ASSERT_TRUE(log.wellFormed()) << r.out;
+    EXPECT_EQ(log.str("/job_log/job/@arg2"), "short1");
+    EXPECT_EQ(log.count("/job_log/job/@arg3"), 0);
+    EXPECT_EQ(log.count("/job_log/job/@arg4"), 0) << "nothing after the one that did not format";
+    EXPECT_EQ(log.str("/job_log/job/func/@arg2"), "short2");
+}
+
+bool sleepsAFewMs(int, char* const*, vq::SJobStat&) {
+    usleep(3500);
+    return true;
+}
+
+TEST_F(JobRunner, TimeIsInWholeMilliseconds) {
+    vq::registerJob("sleeper", sleepsAFewMs);
+    SRun r = runMain({"sleeper"});
+    CJobLog log(r.out);
+    ASSERT_TRUE(log.wellFormed()) << r.out;
+    const double seconds = std::strtod(log.str("/job_log/job/time").c_str(), nullptr);
+    EXPECT_GE(seconds, 0.003);
+    EXPECT_LT(seconds, 10.0);
+    const double ms = seconds * 1000.0;
+    EXPECT_NEAR(ms, std::round(ms), 1e-6) << "the time counts clock ticks of one millisecond";
+}
+
 TEST_F(JobRunner, UsageTextAndTotalsAcrossRuns) {
     vq::SJobStat before = vq::CJobHost::host().totals();
     CTestRunner runner;
@@ -273,9 +298,7 @@ TEST_F(JobRunner, RegisteredTestRunsFromItsJobFile) {
     (void)reg;
     static const int regNull = vq::registerTest("null_test", makeNothing);
     (void)regNull;
-    const char* base = std::getenv("VQK_TEST_TMP");
-    std::string dir = base && *base ? base : ".";
-    std::string file = dir + "/counting_test_job.xml";
+    std::string file = freshTempDir("registered_test") + "/counting_test_job.xml";
     FILE* f = std::fopen(file.c_str(), "w");
     ASSERT_NE(f, nullptr);
     std::fputs("<?xml version=\"1.0\"?>\n<counting_test fail=\"2\"/>\n", f);

@@ -113,12 +113,16 @@ TEST_F(ToolCli, OptionsMayStandAnywhere) {
 
 TEST_F(ToolCli, SwitchedOffRedirectionStillTakesItsFileName) {
     const std::string never = m_dir + "/never.xml";
-    SToolRun r = runAtRoot({"xml_summary", "examples/data/plate.xml", "//o-", never, "//b"});
+    const std::string neverErr = m_dir + "/never.txt";
+    SToolRun r = runAtRoot(
+        {"xml_summary", "//e-", neverErr, "examples/data/plate.xml", "//o-", never, "//b"});
     EXPECT_EQ(r.exitCode, 0) << r.out;
     EXPECT_FALSE(fileExists(never));
+    EXPECT_FALSE(fileExists(neverErr));
     CJobLog log(r.out);
     ASSERT_TRUE(log.wellFormed()) << r.out;
-    EXPECT_EQ(log.count("/job_log/job/@arg3"), 0) << "the file name was not left to the job";
+    EXPECT_EQ(log.str("/job_log/job/@arg2"), "examples/data/plate.xml");
+    EXPECT_EQ(log.count("/job_log/job/@arg3"), 0) << "the file names were not left to the job";
     EXPECT_EQ(log.count("/job_log/job/func/xml_summary"), 1);
 }
 

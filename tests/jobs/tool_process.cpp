@@ -1,5 +1,7 @@
 #include "tool_process.h"
 
+#include "vqk/diagnostics/log_workflow.h"
+
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -18,12 +20,37 @@ std::string toolPath() { return std::string(VQK_BINARY_DIR) + "/bin/vqk_run"; }
 
 std::string sourceDir() { return VQK_SOURCE_DIR; }
 
+std::string testTmpRoot() {
+    // Fixed at the first call, and absolute: the tool runs in other folders, and a
+    // relative TEMP would put its workflow log wherever it happens to run.
+    static const std::string root = [] {
+        const char* base = std::getenv("VQK_TEST_TMP");
+        std::string dir = base && *base ? base : std::string(VQK_BINARY_DIR) + "/test_tmp";
+        if (dir[0] != '/') {
+            char cwd[4096];
+            if (getcwd(cwd, sizeof cwd))
+                dir = std::string(cwd) + "/" + dir;
+        }
+        std::system(("mkdir -p '" + dir + "'").c_str());
+        return dir;
+    }();
+    return root;
+}
+
 namespace {
 
-std::string testTmpRoot() {
-    const char* base = std::getenv("VQK_TEST_TMP");
-    return base && *base ? base : std::string(VQK_BINARY_DIR) + "/test_tmp";
-}
+// Whatever this program writes, the workflow log of the jobs it runs in-process
+// included, goes under the tests' temporary folder and never into the folder it was
+// started from.
+class CTestTmpEnvironment : public ::testing::Environment {
+public:
+    void SetUp() override {
+        setenv("TEMP", testTmpRoot().c_str(), 1);
+        vq::CLogWorkflow::setPrefix("vqk_jobs_tests");
+    }
+};
+
+::testing::Environment* const g_testTmp = ::testing::AddGlobalTestEnvironment(new CTestTmpEnvironment);
 
 } // namespace
 

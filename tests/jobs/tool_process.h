@@ -20,6 +20,9 @@ struct SToolRun {
 std::string toolPath();
 // The repository's root folder.
 std::string sourceDir();
+// The tests' temporary folder (VQK_TEST_TMP, made absolute), where every file the
+// tests make belongs.
+std::string testTmpRoot();
 // A fresh empty folder for one test, under the tests' temporary folder.
 std::string freshTempDir(const std::string& name);
 void writeFile(const std::string& path, const std::string& text);

@@ -214,21 +214,23 @@ int CJob::wait(const char* text, int seconds) {
     console.print("\n<!--%s-->\n", text ? text : "Press any key to continue");
     console.flush();
     platform::CRawConsole keys;
-    const uint64 start = platform::clockUs();
-    const uint64 limit = uint64(seconds > 0 ? seconds : 0) * 1000000u;
+    const uint64 start = platform::clockMs();
+    // The first look for a key does not wait, so that a key already typed wins.
+    int stepMs = 0;
     for (;;) {
-        int stepMs = 50;
-        if (seconds >= 1) {
-            const uint64 elapsed = platform::clockUs() - start;
-            if (elapsed >= limit)
-                return 0;
-            const uint64 leftMs = (limit - elapsed + 999) / 1000;
-            if (leftMs < uint64(stepMs))
-                stepMs = int(leftMs);
-        }
-        int key = keys.pollKey(stepMs);
+        const int key = keys.pollKey(stepMs);
         if (key >= 0)
             return key;
+        stepMs = 50;
+        if (seconds < 1)
+            continue;
+        // Whole seconds, truncated: the wait ends when they reach the limit.
+        const uint64 elapsedMs = platform::clockMs() - start;
+        if (elapsedMs / 1000 >= uint64(seconds))
+            return 0;
+        const uint64 leftMs = uint64(seconds) * 1000u - elapsedMs;
+        if (leftMs < uint64(stepMs))
+            stepMs = int(leftMs);
     }
 }
 
@@ -535,13 +537,14 @@ bool CJob::main_job(int argc, char* const* argv, SJobStat& stat) {
         failf(local, eLineNoJobName, "%s", "No job file or function name");
     } else {
         try {
-            const uint64 start = platform::clockUs();
+            // Millisecond ticks, as the time element is read: seconds to the millisecond.
+            const uint64 start = platform::clockMs();
             if (std::strchr(name, '.'))
                 result = main_file(argc, argv, local);
             else
                 result = main_func(argc, argv, local, nullptr, nullptr, nullptr);
-            const uint64 end = platform::clockUs();
-            xout.text("time", "%.8g", std::fabs(double(end - start) / 1e6));
+            const uint64 end = platform::clockMs();
+            xout.text("time", "%.8g", std::fabs(double(end - start) / 1000.0));
         } catch (const char* text) {
             failf(local, eLineThrownText, "%s : %s", name, nonNull(text));
             result = false;
