@@ -230,6 +230,26 @@ TEST_F(JobRunner, TimeIsInWholeMilliseconds) {
     EXPECT_NEAR(ms, std::round(ms), 1e-6) << "the time counts clock ticks of one millisecond";
 }
 
+int g_firstRandom = 0;
+bool drawsOne(int, char* const*, vq::SJobStat&) {
+    g_firstRandom = std::rand();
+    return true;
+}
+
+TEST_F(JobRunner, EveryJobStartsTheSamePseudoRandomSequence) {
+    vq::registerJob("draws", drawsOne);
+    runMain({"draws"});
+    const int first = g_firstRandom;
+    std::srand(7);
+    for (int i = 0; i < 5; ++i)
+        std::rand();
+    vq::registerJob("draws", drawsOne);
+    runMain({"draws"});
+    EXPECT_EQ(g_firstRandom, first) << "whatever ran before the job";
+    std::srand(42);
+    EXPECT_EQ(std::rand(), first) << "the sequence of seed 42";
+}
+
 TEST_F(JobRunner, UsageTextAndTotalsAcrossRuns) {
     vq::SJobStat before = vq::CJobHost::host().totals();
     CTestRunner runner;
