@@ -214,7 +214,9 @@ int CJob::wait(const char* text, int seconds) {
     console.print("\n<!--%s-->\n", text ? text : "Press any key to continue");
     console.flush();
     platform::CRawConsole keys;
-    const uint64 start = platform::clockMs();
+    // Microsecond ticks here: a millisecond tick read just before it turns could end
+    // the wait up to a millisecond before the whole seconds have really passed.
+    const uint64 start = platform::clockUs();
     // The first look for a key does not wait, so that a key already typed wins.
     int stepMs = 0;
     for (;;) {
@@ -225,10 +227,10 @@ int CJob::wait(const char* text, int seconds) {
         if (seconds < 1)
             continue;
         // Whole seconds, truncated: the wait ends when they reach the limit.
-        const uint64 elapsedMs = platform::clockMs() - start;
-        if (elapsedMs / 1000 >= uint64(seconds))
+        const uint64 elapsedUs = platform::clockUs() - start;
+        if (elapsedUs / 1000000u >= uint64(seconds))
             return 0;
-        const uint64 leftMs = uint64(seconds) * 1000u - elapsedMs;
+        const uint64 leftMs = (uint64(seconds) * 1000000u - elapsedUs + 999u) / 1000u;
         if (leftMs < uint64(stepMs))
             stepMs = int(leftMs);
     }
