@@ -181,6 +181,19 @@ TEST_F(ToolJobFiles, RootElementChoosesTestXmlJobOrPlainJob) {
     EXPECT_EQ(plain.num("/job_log/job/job/func/xml_summary/@elements"), 1);
 }
 
+TEST_F(ToolJobFiles, ElementNameIsCutToItsBuffer) {
+    // No job of that name: it runs as a plain job under the first 255 characters.
+    const std::string name(300, 'q');
+    SToolRun r = runJobFile("long.xml", "<" + name + "/>");
+    EXPECT_EQ(r.exitCode, 1);
+    CJobLog log(r.out);
+    ASSERT_TRUE(log.wellFormed()) << r.out;
+    EXPECT_EQ(log.str("/job_log/job/job/@name"), name.substr(0, 255));
+    EXPECT_EQ(log.str("/job_log/job/job/@arg2"), m_dir + "/long.xml");
+    EXPECT_EQ(log.str("/job_log/job/job/info/error/@msg"),
+              "Can't find registered function '" + name.substr(0, 255) + "'");
+}
+
 } // namespace
 
 namespace {
