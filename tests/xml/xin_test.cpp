@@ -83,6 +83,14 @@ TEST(XinTags, HeaderModeDeliversTheDeclaration) {
     ASSERT_EQ(plain.x._readBegHeader(1), nullptr);
     EXPECT_TRUE(plain.x.isTag("r"));
     EXPECT_TRUE(plain.x.isEmptyElem());
+    // Whatever the header construct, it comes as an empty element, even one whose name
+    // swallows its closing '?'.
+    for (const char* head : {"<?xml?>", "<!--note-->"}) {
+        XinOverText h(std::string(head) + "<r/>");
+        ASSERT_EQ(h.x._readBegHeader(1), nullptr) << head;
+        EXPECT_STREQ(h.x.tag(), head[1] == '?' ? "?xml?" : "!--note--");
+        EXPECT_TRUE(h.x.isEmptyElem()) << head;
+    }
     // A '?' closes a tag only in header mode.
     XinOverText q("<r a=\"1\"?>");
     EXPECT_EQ(q.error(), kBadAttrs);
@@ -145,6 +153,12 @@ TEST(XinEntities, OnlyTheFourAreDecoded) {
     EXPECT_STREQ(d.x.attrS1("w", nullptr), "&lt; \"q\" &apos; &#60; &#x3c; &am");
     EXPECT_STREQ(d.x.attrS1("x", nullptr), "&");
     EXPECT_STREQ(d.x.attrS1("y", nullptr), "&amp");
+
+    // A tag refused half-way leaves the values cut so far undecoded.
+    XinOverText bad("<a v=\"&lt;\" w/>");
+    EXPECT_EQ(bad.error(), kBadAttrs);
+    ASSERT_EQ(bad.x.nAttrs(), 1);
+    EXPECT_STREQ(bad.x.m_attrs[0].value, "&lt;");
 }
 
 TEST(XinEnd, ConsumesTheRightEndTag) {
@@ -213,6 +227,12 @@ TEST(XinSkip, DoesNothingOutsideAStartTagAndReportsErrors) {
     XinOverText open("<a><b");
     open.next();
     EXPECT_STREQ(open.x._skip(), kBadTag);
+
+    // A construct's text ends at a zero byte: "<a\0x>" is a bare "<a>" and counts.
+    XinOverText zero(std::string("<a><a\0x></a></a><after/>", 24));
+    zero.next();
+    EXPECT_EQ(zero.x._skip(), nullptr);
+    EXPECT_TRUE(zero.next().isTag("after"));
 }
 
 TEST(XinSkip, KeepsTheNameWhileTheBufferGrows) {
@@ -320,32 +340,44 @@ TEST(XinStreamReads, ValuesFollowingTheTag) {
     EXPECT_EQ(n, 12);
     EXPECT_EQ(x._readEnd("s"), nullptr);
     d.next();
-    EXPECT_EQ(ApXin_I1(x, i, 3), 1); // stops at the first value that does not convert
+    // Every value is attempted: one that does not convert keeps its old content, and
+    // the end of the text does not stop the reading before the end of the stream.
+    i[0] = i[1] = i[2] = 99;
+    EXPECT_EQ(ApXin_I1(x, i, 3), 1);
     EXPECT_EQ(i[0], 4);
+    EXPECT_EQ(i[1] + i[2], 198);
+    XinOverText gap("<p>1 - 2</p>5");
+    gap.next();
+    EXPECT_EQ(ApXin_I1(gap.x, i, 3), 2);
+    EXPECT_EQ(i[0] * 100 + i[2], 102);
+    EXPECT_EQ(i[1], 99);
+    EXPECT_EQ(gap.x._readEnd("p"), nullptr);
+    EXPECT_EQ(ApXin_I1(gap.x, i, 3), 1); // the 5, then the end of the stream
+    EXPECT_EQ(i[0], 5);
 }
 
 TEST(XinArrays, CountsItemsAndEndTag) {
     XinOverText d("<i n=\"3\">1 2 3</i><i N=\"2\">4 5</i><i Number=\"1\">6</i><i>7</i><i n=\"2\"/>"
                   "<t n=\"2\">1 2 3 4 5 6</t><v n=\"1\">0.5 -1 2e1</v><i n=\"5\">1 2</i>"
-                  "<i n=\"1\">1</j><i n=\"1000000000\">1</i>");
+                  "<i n=\"3\">1 - 2</i><t n=\"2\">1 2 3 4</t><i n=\"1\">1</j><i n=\"1\">1</i>");
     vq::TVector<int> ints;
-    auto sum = [&ints]() {
-        int s = 0;
+    auto text = [&ints]() {
+        std::string s;
         for (int v : ints)
-            s += v;
+            s += std::to_string(v) + ",";
         return s;
     };
     ASSERT_EQ(apXmlReadI1Ex(d.x, "i", ints), nullptr);
-    EXPECT_EQ(ints.size(), 3u);
-    EXPECT_EQ(sum(), 6);
+    EXPECT_EQ(text(), "1,2,3,");
     ASSERT_EQ(apXmlReadI1Ex(d.x, "i", ints), nullptr);
-    EXPECT_EQ(sum(), 9);
+    EXPECT_EQ(text(), "4,5,");
     ASSERT_EQ(apXmlReadI1Ex(d.x, "i", ints), nullptr);
-    EXPECT_EQ(sum(), 6);
+    EXPECT_EQ(text(), "6,");
     ASSERT_EQ(apXmlReadI1Ex(d.x, "i", ints), nullptr); // no count: no items
     EXPECT_TRUE(ints.empty());
-    ASSERT_EQ(apXmlReadI1Ex(d.x, "i", ints), nullptr); // empty element
-    EXPECT_TRUE(ints.empty());
+    ints.push_back(9);
+    ASSERT_EQ(apXmlReadI1Ex(d.x, "i", ints), nullptr); // an empty element has zero items
+    EXPECT_EQ(text(), "0,0,");
 
     vq::TVector<std::array<int, 3>> triples;
     ASSERT_EQ(apXmlReadI3Ex(d.x, "t", triples), nullptr);
@@ -358,13 +390,45 @@ TEST(XinArrays, CountsItemsAndEndTag) {
     EXPECT_DOUBLE_EQ(points[0][0] + points[0][1] + points[0][2], 19.5);
 
     ASSERT_EQ(apXmlReadI1Ex(d.x, "i", ints), nullptr); // the text runs short
-    EXPECT_EQ(ints.size(), 2u);
+    EXPECT_EQ(text(), "1,2,0,0,0,");
+    ASSERT_EQ(apXmlReadI1Ex(d.x, "i", ints), nullptr); // a value that does not convert keeps its place
+    EXPECT_EQ(text(), "1,0,2,");
+    ASSERT_EQ(apXmlReadI3Ex(d.x, "t", triples), nullptr); // the second item half read
+    ASSERT_EQ(triples.size(), 2u);
+    EXPECT_EQ(triples[1][0] * 100 + triples[1][1] * 10 + triples[1][2], 400);
     EXPECT_STREQ(apXmlReadI1Ex(d.x, "i", ints), kBadEnd);
-    // A count far beyond the text does not reserve for it.
-    ASSERT_EQ(apXmlReadI1Ex(d.x, "i", ints), nullptr);
-    EXPECT_EQ(ints.size(), 1u);
-    EXPECT_LT(ints.capacity(), 1000000u);
+    EXPECT_STREQ(apXmlReadI1Ex(d.x, "i", ints), nullptr);
     EXPECT_STREQ(apXmlReadI1Ex(d.x, "i", ints), kEof);
+}
+
+TEST(XinArrays, LargeCountsAreBelievedOnlyWhenTheStreamCouldHoldThem) {
+    const int n = 70000; // beyond the count that is always believed
+    const std::string tag = "<i n=\"" + std::to_string(n) + "\">1 2</i>";
+    // Followed by enough bytes for the count, the vector takes the count.
+    XinOverText room(tag + "<!--" + std::string(2 * n, '-') + "-->");
+    vq::TVector<int> ints;
+    ASSERT_EQ(apXmlReadI1Ex(room.x, "i", ints), nullptr);
+    ASSERT_EQ(ints.size(), uint32_t(n));
+    EXPECT_EQ(ints[1] * 10 + ints[n - 1], 20);
+
+    // Without them the count lies: only the items read are kept, nothing is reserved.
+    XinOverText tight(tag + std::string(100, ' '));
+    ASSERT_EQ(apXmlReadI1Ex(tight.x, "i", ints), nullptr);
+    EXPECT_EQ(ints.size(), 2u);
+    XinOverText huge("<t n=\"2000000000\">1 2 3 4 5 6 7</t>");
+    vq::TVector<std::array<double, 3>> points;
+    ASSERT_EQ(apXmlReadD3Ex(huge.x, "t", points), nullptr);
+    EXPECT_EQ(points.size(), 2u);
+    EXPECT_LT(points.capacity(), 1000000u);
+
+    // A full array of that size reads as any other.
+    std::string full = "<i n=\"" + std::to_string(n) + "\">";
+    for (int i = 0; i < n; ++i)
+        full += std::to_string(i % 10) + " ";
+    XinOverText whole(full + "</i>");
+    ASSERT_EQ(apXmlReadI1Ex(whole.x, "i", ints), nullptr);
+    ASSERT_EQ(ints.size(), uint32_t(n));
+    EXPECT_EQ(ints[n - 1], (n - 1) % 10);
 }
 
 TEST(XinBuffers, LongTagsAndNoGrowthOnceWarm) {

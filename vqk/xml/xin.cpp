@@ -8,7 +8,6 @@
 
 #include "vqk/text/format.h"
 
-#include <algorithm>
 #include <cctype>
 #include <cstdarg>
 #include <cstdlib>
@@ -172,6 +171,7 @@ const char* cutTag(ApXin& x, int header) {
         return apXinErrTag;
 
     bool closed = false;
+    bool anyEntity = false;
     for (;;) {
         while (*p && isBlank(*p))
             ++p;
@@ -206,7 +206,6 @@ const char* cutTag(ApXin& x, int header) {
         // Values are short: an inline scan beats a library search here, and it notes
         // on the way whether there is anything to decode.
         char* value = ++p;
-        bool entity = false;
         for (;;) {
             while (!kValueStop[static_cast<unsigned char>(*p)])
                 ++p;
@@ -214,12 +213,10 @@ const char* cutTag(ApXin& x, int header) {
                 break;
             if (!*p)
                 return apXinErrAttributes;
-            entity |= *p == '&';
+            anyEntity |= *p == '&';
             ++p;
         }
         *p++ = 0;
-        if (entity)
-            decodeEntities(value);
         x.m_attrs.push_back(ApXin::SAttr{name, value});
     }
     if (closed) {
@@ -229,6 +226,11 @@ const char* cutTag(ApXin& x, int header) {
     }
     if (x.m_smallFirstLetter)
         x.makeSmallFirstLetterAttrName();
+    // Values are decoded only once the whole tag has been accepted: a tag refused
+    // half-way leaves the values cut so far as they stood in the file.
+    if (anyEntity)
+        for (ApXin::SAttr& a : x.m_attrs)
+            decodeEntities(a.value);
     *nameEnd = 0;
     return nullptr;
 }
@@ -341,7 +343,9 @@ const char* ApXin::_skip() {
             ++text;
             --length;
         }
-        if (length == nameLength && std::memcmp(text, m_tag, nameLength) == 0) {
+        // The construct's text ends at its first zero byte, as it does for a tag that
+        // is cut into attributes.
+        if (length >= nameLength && std::memcmp(text, m_tag, nameLength) == 0 && text[nameLength] == 0) {
             if (!closing)
                 ++depth;
             else if (depth == 0)
@@ -428,13 +432,20 @@ int ApXin::scanf(const char* format, ...) {
 
 namespace {
 
+// Every one of the n values is attempted, as a caller reading a fixed count expects
+// even where one value does not convert ("1 - 2" still gives the 2 its place); only the
+// end of the stream, after which every attempt would fail alike, stops the reading.
 template <class T> int readValues(FILE* f, const char* format, T* target, int n) {
     if (!f || !target)
         return 0;
-    for (int i = 0; i < n; ++i)
-        if (std::fscanf(f, format, target + i) != 1)
-            return i;
-    return n < 0 ? 0 : n;
+    int converted = 0;
+    for (int i = 0; i < n; ++i) {
+        const int r = std::fscanf(f, format, target + i);
+        if (r == EOF)
+            break;
+        converted += r;
+    }
+    return converted;
 }
 
 } // namespace
@@ -478,8 +489,34 @@ int ApXin_ID1Ar(ApXin& x, vq::uint64* target, int n) { return x.readID1(target, 
 
 namespace {
 
-// The counted items of an array element; `readItem` converts one item from the stream.
-template <class T, class ReadItem>
+// Counts up to this many items are believed whatever the stream holds.
+constexpr int kTrustedCount = 1 << 16;
+
+// The bytes from the read position to the end of the stream, or -1 when the stream
+// cannot tell (a pipe).
+long long bytesLeft(FILE* f) {
+    const long pos = std::ftell(f);
+    if (pos < 0 || std::fseek(f, 0, SEEK_END) != 0)
+        return -1;
+    const long end = std::ftell(f);
+    std::fseek(f, pos, SEEK_SET);
+    return end < pos ? -1 : end - pos;
+}
+
+// Whether the stream could hold n items of `values` numbers each: every number takes
+// at least one digit and one separator.
+bool plausibleCount(FILE* f, int n, int values) {
+    if (n <= kTrustedCount)
+        return true;
+    const long long left = f ? bytesLeft(f) : -1;
+    return left >= 0 && (long long)n * values * 2 <= left + 1;
+}
+
+// The counted items of an array element; `readItem` converts one item from the stream
+// and gives fscanf's result. The vector takes the count, its items zero until read, and
+// every item is attempted. A count the stream cannot possibly hold is a broken or hostile
+// file: it is not allocated, and the vector keeps the items that convert.
+template <class T, int Values, class ReadItem>
 const char* readArray(ApXin& x, const char* name, vq::TVector<T>& v, ReadItem readItem) {
     v.clear();
     std::string kept;
@@ -492,15 +529,17 @@ const char* readArray(ApXin& x, const char* name, vq::TVector<T>& v, ReadItem re
     if (!count)
         count = x.findAttr("Number");
     const int n = count ? std::atoi(count->value) : 0;
-    if (x.isTagStart() && n > 0) {
-        // A count larger than the text is not trusted with the whole block up front.
-        v.reserve(uint32_t(std::min(n, 1 << 16)));
-        for (int i = 0; i < n; ++i) {
-            T item;
-            if (!readItem(x.m_file, item))
+    // An empty element has no text to read: its items stay zero.
+    const bool hasText = x.isTagStart() && x.m_file;
+    if (n > 0 && plausibleCount(x.m_file, n, Values)) {
+        v.resize(uint32_t(n));
+        std::memset(static_cast<void*>(v.data()), 0, size_t(n) * sizeof(T));
+        for (int i = 0; hasText && i < n; ++i)
+            if (readItem(x.m_file, v[i]) == EOF)
                 break;
+    } else if (n > 0) {
+        for (T item{}; hasText && v.size() < uint32_t(n) && readItem(x.m_file, item) == Values; item = T{})
             v.push_back(item);
-        }
     }
     return x._readEnd(name);
 }
@@ -508,17 +547,17 @@ const char* readArray(ApXin& x, const char* name, vq::TVector<T>& v, ReadItem re
 } // namespace
 
 const char* apXmlReadI1Ex(ApXin& x, const char* name, vq::TVector<int>& v) {
-    return readArray(x, name, v, [](FILE* f, int& item) { return std::fscanf(f, "%d", &item) == 1; });
+    return readArray<int, 1>(x, name, v, [](FILE* f, int& item) { return std::fscanf(f, "%d", &item); });
 }
 
 const char* apXmlReadI3Ex(ApXin& x, const char* name, vq::TVector<std::array<int, 3>>& v) {
-    return readArray(x, name, v, [](FILE* f, std::array<int, 3>& item) {
-        return std::fscanf(f, "%d %d %d", &item[0], &item[1], &item[2]) == 3;
+    return readArray<std::array<int, 3>, 3>(x, name, v, [](FILE* f, std::array<int, 3>& item) {
+        return std::fscanf(f, "%d %d %d", &item[0], &item[1], &item[2]);
     });
 }
 
 const char* apXmlReadD3Ex(ApXin& x, const char* name, vq::TVector<std::array<double, 3>>& v) {
-    return readArray(x, name, v, [](FILE* f, std::array<double, 3>& item) {
-        return std::fscanf(f, "%lf %lf %lf", &item[0], &item[1], &item[2]) == 3;
+    return readArray<std::array<double, 3>, 3>(x, name, v, [](FILE* f, std::array<double, 3>& item) {
+        return std::fscanf(f, "%lf %lf %lf", &item[0], &item[1], &item[2]);
     });
 }

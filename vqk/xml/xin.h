@@ -117,8 +117,9 @@ public:
         __attribute__((format(scanf, 2, 3)))
 #endif
         ;
-    // n values "%d", "%lf" or unsigned 64-bit each; nothing when n < 1. Returns the
-    // number of values that converted (the reading stops at the first that does not).
+    // n values "%d", "%lf" or unsigned 64-bit each; nothing when n < 1. Every value is
+    // attempted, one that does not convert keeps its old content; only the end of the
+    // stream stops the reading early. Returns the number of values that converted.
     int readI1(int* target, int n);
     int readD1(double* target, int n);
     int readID1(vq::uint64* target, int n);
@@ -147,9 +148,12 @@ VQK_API int ApXin_D1(ApXin& x, double* target, int n);
 VQK_API int ApXin_ID1Ar(ApXin& x, vq::uint64* target, int n);
 
 // Array elements such as <pts n="2">1 2 3 4 5 6</pts>: reads the start tag, takes the
-// count from the attribute "n", else "N", else "Number" (0 when none), reads that many
-// items from the text and then the end tag `name`. An empty element gives no items; a
-// text that runs short leaves the vector at the items that converted.
+// count from the attribute "n", else "N", else "Number" (0 when none), sizes the vector
+// to it with zero items, reads that many items from the text and then the end tag
+// `name`. An empty element keeps its items zero, and so does a text that runs short.
+// A count above 65536 that the rest of the stream could not possibly hold (at least
+// two bytes per number) is not believed: the vector then gets only the items that
+// convert, so a broken count never forces a huge allocation.
 VQK_API const char* apXmlReadI1Ex(ApXin& x, const char* name, vq::TVector<int>& v);
 VQK_API const char* apXmlReadI3Ex(ApXin& x, const char* name, vq::TVector<std::array<int, 3>>& v);
 VQK_API const char* apXmlReadD3Ex(ApXin& x, const char* name, vq::TVector<std::array<double, 3>>& v);
