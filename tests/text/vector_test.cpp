@@ -80,6 +80,34 @@ TEST(TVectorGrowth, BorrowedBlockIsNeitherFreedNorWrittenPast) {
     EXPECT_EQ(std::memcmp(mem.block, "abcdefghijklmnop", 16), 0);
 }
 
+TEST(TVectorGrowth, GrowingKeepingTheOldBlockFollowsTheSameRule) {
+    vq::TVector<int> v;
+    v.resize(10);
+    for (int i = 0; i < 10; ++i)
+        v[i] = i;
+    int c = int(v.capacity());
+    int* before = v.data();
+    EXPECT_EQ(v.growKeepingOld(uint32_t(c)), nullptr); // fits: nothing moves
+    int* old = v.growKeepingOld(uint32_t(c) + 1);
+    ASSERT_EQ(old, before);
+    EXPECT_EQ(v.signedCapacity(), -grown(c, c + 1));
+    for (int i = 0; i < 10; ++i)
+        ASSERT_EQ(old[i], i); // still readable until the caller frees it
+    EXPECT_EQ(std::memcmp(v.data(), old, 10 * sizeof(int)), 0);
+    vq::TVector<int>::releaseBlock(old);
+
+    // A borrowed block is never handed back for freeing, not even one borrowed with no
+    // room at all.
+    int block[4];
+    vq::TVector<int> b(block, 4);
+    EXPECT_EQ(b.growKeepingOld(5), nullptr);
+    EXPECT_EQ(b.signedCapacity(), -(4 + 5));
+    vq::TVector<int> none;
+    none.borrow(block, 0);
+    none.push_back(7); // the sanitizer build reports a freed stack block
+    EXPECT_NE(none.data(), block);
+}
+
 TEST(TVectorGrowth, CopiesAndMovesOfBorrowedArraysNeverShareTheBlock) {
     char block[8];
     vq::TVector<char> v(block, 8);

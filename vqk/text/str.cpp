@@ -7,9 +7,12 @@
 #include "vqk/text/utf8.h"
 
 #include <climits>
+#include <functional>
+#include <memory>
 #include <cstring>
 #include <new>
 #include <string>
+#include <vector>
 
 namespace vq {
 namespace {
@@ -29,6 +32,36 @@ uint32_t checkedSize(uint64 n) {
         throw std::bad_alloc();
     return uint32_t(n);
 }
+
+// A block to print beside a string whose own text may be an argument: room inside
+// the object for short texts, the thread's reused block for longer ones, a block of its
+// own for very long ones.
+template <class T> class ScratchBlock {
+public:
+    explicit ScratchBlock(size_t n) {
+        if (n <= kLocal) {
+            m_data = m_local;
+            return;
+        }
+        if (n > kKeep) {
+            m_own.reset(new T[n]);
+            m_data = m_own.get();
+            return;
+        }
+        thread_local std::vector<T> reused;
+        if (reused.size() < n)
+            reused.resize(n);
+        m_data = reused.data();
+    }
+    T* data() { return m_data; }
+
+private:
+    static constexpr size_t kLocal = 512;
+    static constexpr size_t kKeep = 65536;
+    T m_local[kLocal];
+    std::unique_ptr<T[]> m_own;
+    T* m_data = nullptr;
+};
 
 int printCount(const char* fmt, va_list args) { return vscprintf(fmt, args); }
 int printCount(const wchar_t* fmt, va_list args) { return vscprintf(fmt, args); }
@@ -90,6 +123,7 @@ template <class T> CTStr<T>& CTStr<T>::operator=(const T* s) {
     return *this;
 }
 template <class T> CTStr<T>& CTStr<T>::operator=(const CTStr& s) {
+    m_addEnd = 0;
     if (this == &s)
         return *this;
     if (s.m_a.size())
@@ -99,12 +133,14 @@ template <class T> CTStr<T>& CTStr<T>::operator=(const CTStr& s) {
     return *this;
 }
 template <class T> CTStr<T>& CTStr<T>::operator=(CTStr&& s) noexcept {
+    m_addEnd = 0;
     if (this != &s)
         m_a = std::move(s.m_a);
     return *this;
 }
 
 template <class T> void CTStr<T>::assignText(const T* s, uint32_t n) {
+    m_addEnd = 0;
     // s may point into this string's own block: it is then no longer than the
     // content, so the block does not move and memmove copies safely.
     m_a.resize(n + 1);
@@ -114,6 +150,7 @@ template <class T> void CTStr<T>::assignText(const T* s, uint32_t n) {
 }
 
 template <class T> void CTStr<T>::reset(const T* s, int from, int to) {
+    m_addEnd = 0;
     if (to < from)
         return;
     if (!s) {
@@ -124,6 +161,7 @@ template <class T> void CTStr<T>::reset(const T* s, int from, int to) {
 }
 
 template <class T> void CTStr<T>::reset(uint64 n, T c) {
+    m_addEnd = 0;
     uint32_t k = checkedSize(n);
     m_a.resize(k + 1);
     for (uint32_t i = 0; i < k; ++i)
@@ -132,6 +170,7 @@ template <class T> void CTStr<T>::reset(uint64 n, T c) {
 }
 
 template <class T> void CTStr<T>::reset(const T* s, uint64 n) {
+    m_addEnd = 0;
     if (!s) {
         m_a.clear();
         return;
@@ -140,6 +179,7 @@ template <class T> void CTStr<T>::reset(const T* s, uint64 n) {
 }
 
 template <class T> void CTStr<T>::reset(const char* s) {
+    m_addEnd = 0;
     if constexpr (std::is_same<T, char>::value) {
         if (!s) {
             m_a.clear();
@@ -152,6 +192,7 @@ template <class T> void CTStr<T>::reset(const char* s) {
 }
 
 template <class T> void CTStr<T>::reset(const wchar_t* s) {
+    m_addEnd = 0;
     if constexpr (std::is_same<T, wchar_t>::value) {
         if (!s) {
             m_a.clear();
@@ -200,6 +241,7 @@ void appendOther(TVector<char>& a, int len, const wchar_t* s) {
 } // namespace
 
 template <class T> void CTStr<T>::append(const char* s) {
+    m_addEnd = 0;
     if constexpr (std::is_same<T, char>::value)
         appendSame(m_a, length(), s);
     else if (s && *s)
@@ -207,6 +249,7 @@ template <class T> void CTStr<T>::append(const char* s) {
 }
 
 template <class T> void CTStr<T>::append(const wchar_t* s) {
+    m_addEnd = 0;
     if constexpr (std::is_same<T, wchar_t>::value)
         appendSame(m_a, length(), s);
     else if (s && *s)
@@ -238,6 +281,7 @@ template <class T> const T* CTStr<T>::str() const {
 }
 
 template <class T> T* CTStr<T>::getBuffer(int n) {
+    m_addEnd = 0;
     m_a.resize(uint32_t(n < 0 ? 0 : n));
     return n > 0 ? m_a.data() : nullptr;
 }
@@ -256,10 +300,33 @@ template <class T> int CTStr<T>::length() const {
 }
 
 template <class T> T& CTStr<T>::add() {
-    int n = length();
+    // While nothing but add() has touched the string, the text is known to be free of
+    // zeros up to the slot the last add() handed out: when that slot was filled, the
+    // length is the size less the terminator, without counting.
+    uint32_t size = m_a.size();
+    int n;
+    if (m_addEnd >= 2 && size == m_addEnd && m_a[size - 2] != 0 && m_a[size - 1] == 0)
+        n = int(size - 1);
+    else
+        n = length();
     m_a.resize(uint32_t(n) + 2);
     m_a[n + 1] = 0;
+    m_addEnd = uint32_t(n) + 2;
     return m_a[n];
+}
+
+template <class T> int CTStr<T>::terminatedLength() {
+    int n = length();
+    if (n && uint32_t(n) == m_a.size()) {
+        m_a.resize(uint32_t(n) + 1);
+        m_a[n] = 0;
+    }
+    return n;
+}
+
+template <class T> bool CTStr<T>::inBlock(const T* p) const {
+    const T* b = m_a.data();
+    return p && b && std::less_equal<const T*>()(b, p) && std::less<const T*>()(p, b + m_a.capacity());
 }
 
 template <class T> int CTStr<T>::findSubStr(const T* s) const {
@@ -267,7 +334,8 @@ template <class T> int CTStr<T>::findSubStr(const T* s) const {
 }
 
 template <class T> void CTStr<T>::deleteSubStr(int first, int last) {
-    int n = length();
+    m_addEnd = 0;
+    int n = terminatedLength();
     if (n == 0 || first < 0 || first >= n)
         return;
     if (last == -1) {
@@ -284,16 +352,16 @@ template <class T> void CTStr<T>::deleteSubStr(int first, int last) {
 }
 
 template <class T> int CTStr<T>::insertStr(int i, const T* s) {
+    m_addEnd = 0;
     int k = textLength(s);
     if (k == 0)
         return 0;
-    int n = length();
+    int n = terminatedLength();
     if (n == 0) {
         reset(s);
         return k;
     }
-    const T* block = m_a.data();
-    if (s >= block && s < block + m_a.capacity()) {
+    if (inBlock(s)) {
         CTStr<T> copy(s); // a piece of this string: the block is about to change
         return insertStr(i, copy.str());
     }
@@ -307,7 +375,8 @@ template <class T> int CTStr<T>::insertStr(int i, const T* s) {
 }
 
 template <class T> void CTStr<T>::deleteChars(const TAc<T>& set) {
-    int n = length();
+    m_addEnd = 0;
+    int n = terminatedLength();
     if (!n || set.empty())
         return;
     // Removing from the end to the start keeps the order of the survivors, which is
@@ -330,6 +399,7 @@ template <class T> void CTStr<T>::deleteChars(const TAc<T>& set) {
 }
 
 template <class T> void CTStr<T>::replace(T from, T to) {
+    m_addEnd = 0;
     int n = length();
     for (int i = 0; i < n; ++i)
         if (m_a[i] == from)
@@ -337,13 +407,15 @@ template <class T> void CTStr<T>::replace(T from, T to) {
 }
 
 template <class T> CTStr<T>& CTStr<T>::lowercase() {
-    if (int n = length())
+    m_addEnd = 0;
+    if (int n = terminatedLength())
         strlwr(m_a.data(), size_t(n) + 1);
     return *this;
 }
 
 template <class T> CTStr<T>& CTStr<T>::uppercase() {
-    if (int n = length())
+    m_addEnd = 0;
+    if (int n = terminatedLength())
         strup(m_a.data(), size_t(n) + 1);
     return *this;
 }
@@ -354,7 +426,8 @@ template <class T> void CTStr<T>::trimEndSpaces() {
 }
 
 template <class T> void CTStr<T>::trimEndSpaces(bool atEnd) {
-    int n = length();
+    m_addEnd = 0;
+    int n = terminatedLength();
     if (!n)
         return;
     T* p = m_a.data();
@@ -389,17 +462,36 @@ template <class T> int CTStr<T>::compare(const T* s) const {
 }
 
 template <class T> const T* CTStr<T>::vcformat(const T* fmt, va_list args) {
+    m_addEnd = 0;
+    bool hadText = m_a.size() != 0;
     m_a.clear();
     if (!fmt)
         return str();
+    // A format taken from this string's own text would be overwritten while printing.
+    CTStr<T> ownFormat;
+    if (inBlock(fmt)) {
+        ownFormat.reset(fmt);
+        fmt = ownFormat.str();
+    }
     int n = printCount(fmt, args);
     if (n <= 0)
         return str();
+    // An argument may be this string's old text ("%s/%s" of the string and a name).
+    // When growth moves the text, the replaced block is freed only after printing; when
+    // the block stays, the text is printed beside it and copied in.
+    const T* before = m_a.data();
+    T* old = m_a.growKeepingOld(uint32_t(n) + 1);
     m_a.resize(uint32_t(n) + 1);
+    bool overlaps = hadText && m_a.data() == before;
+    ScratchBlock<T> scratch(overlaps ? size_t(n) + 1 : 0);
+    T* target = overlaps ? scratch.data() : m_a.data();
     va_list copy;
     va_copy(copy, args);
-    int w = vsprintf(m_a.data(), size_t(n) + 1, fmt, copy);
+    int w = vsprintf(target, size_t(n) + 1, fmt, copy);
     va_end(copy);
+    if (overlaps && w >= 0)
+        std::memcpy(m_a.data(), target, (size_t(n) + 1) * sizeof(T));
+    TVector<T>::releaseBlock(old);
     if (w < 0)
         m_a.clear();
     return str();
@@ -471,6 +563,7 @@ template <class T> CTStr<T>& CTStr<T>::operator<<(const CFormat& f) {
 }
 
 template <class T> CTStr<T>& CTStr<T>::operator<<(EStreamCmd cmd) {
+    m_addEnd = 0;
     if (cmd == eClear)
         m_a.clear();
     return *this;

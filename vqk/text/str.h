@@ -61,7 +61,10 @@ public:
     virtual void append(const wchar_t* s);
     virtual void append(const char* s);
 
-    void reset() { m_a.clear(); }
+    void reset() {
+        m_addEnd = 0;
+        m_a.clear();
+    }
     void reset(const CTStr& s) { *this = s; }
 
     CTStr& load(int id);
@@ -72,8 +75,17 @@ public:
     void reserve(int n);
     bool empty() const { return m_a.size() == 0 || m_a[0] == 0; }
     int length() const;
-    T& operator[](int i) { return m_a[i]; }
+    T& operator[](int i) {
+        m_addEnd = 0; // the caller may write a zero into the text
+        return m_a[i];
+    }
     const T& operator[](int i) const { return m_a[i]; }
+    // Appends one character slot and returns it for the caller to fill: size becomes
+    // length() + 2 and a terminator follows the slot. Strings built one add() at a time
+    // take constant time per character: add() remembers where it left the text and
+    // only counts the length again after some other member changed the string. (A
+    // zero written into the text through a pointer kept from before the last add(),
+    // rather than through a member, is therefore not seen by the next add().)
     T& add();
     CTStr& operator+=(const T* s) {
         append(s);
@@ -102,6 +114,11 @@ public:
     // Element-wise comparison on unsigned values; null and empty compare equal.
     int compare(const T* s) const;
 
+    // Replaces the content by the printf text: measured first, then printed once into a
+    // block of exactly that size. A null format or an empty text leaves the string
+    // empty. The format may be the string's own text; so may an argument when the text
+    // grows the block (the old block is freed after printing), but an argument that
+    // points into the string while the text fits the block overlaps the output.
     const T* cformat(const T* fmt, ...);
     const T* vcformat(const T* fmt, va_list args);
     const T* cformat(int id, ...);
@@ -123,14 +140,25 @@ public:
 
     // The array itself, for code that fills the string through a borrowed block
     // (CTStr pointed at a caller's buffer) or inspects its growth.
-    TVector<T>& array() { return m_a; }
+    TVector<T>& array() {
+        m_addEnd = 0;
+        return m_a;
+    }
     const TVector<T>& array() const { return m_a; }
 
 private:
     void assignText(const T* s, uint32_t n);
+    // length(), after giving a text that fills the whole array (a getBuffer caller
+    // that wrote no terminator) the terminator the editing members rely on.
+    int terminatedLength();
+    // True when p points into the string's block.
+    bool inBlock(const T* p) const;
     void dropLabelLine();
 
     TVector<T> m_a;
+    // The size the last add() left, while no other member has changed the string since;
+    // 0 when unknown.
+    uint32_t m_addEnd = 0;
 };
 
 template <class T> inline bool operator==(const T* a, const CTStr<T>& b) { return b == a; }

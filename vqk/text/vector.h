@@ -58,17 +58,25 @@ public:
     virtual ~TVector() { release(); }
 
     // Makes room for at least n elements; the elements in use are kept.
-    virtual void grow(uint32_t n) {
+    virtual void grow(uint32_t n) { releaseBlock(growKeepingOld(n)); }
+
+    // Grows as grow() does, but hands back the owned block it replaced (null when
+    // none) instead of freeing it, for a caller that still reads from the old text;
+    // free it with releaseBlock once done.
+    T* growKeepingOld(uint32_t n) {
         if (n <= capacity())
-            return;
+            return nullptr;
         if (m_capacity > 0) {
-            moveTo(checkedCapacity(uint64_t(m_capacity) + n), false);
-            return;
+            moveTo(checkedCapacity(uint64_t(m_capacity) + n));
+            return nullptr;
         }
+        T* old = m_capacity < 0 ? m_data : nullptr;
         uint32_t c = uint32_t(-int64_t(m_capacity));
         uint32_t extra = c > 2047 ? c / 4 : (c > 4 ? c / 2 : 4);
-        moveTo(checkedCapacity(uint64_t(n) + extra), true);
+        moveTo(checkedCapacity(uint64_t(n) + extra));
+        return old;
     }
+    static void releaseBlock(T* block) { ::operator delete(block); }
 
     // Points the array at a borrowed block, dropping an owned one.
     void borrow(T* block, int capacity) {
@@ -142,14 +150,12 @@ private:
         return uint32_t(n);
     }
     // Moves the elements in use to a new block of cap elements (cap always exceeds the
-    // size; the bound only tells the compiler so).
-    void moveTo(uint32_t cap, bool freeOld) {
+    // size; the bound only tells the compiler so). The old block is left to the caller.
+    void moveTo(uint32_t cap) {
         T* p = allocate(cap);
         uint32_t keep = m_size < cap ? m_size : cap;
         if (keep)
             std::memcpy(static_cast<void*>(p), m_data, size_t(keep) * sizeof(T));
-        if (freeOld)
-            ::operator delete(m_data);
         m_data = p;
         m_capacity = -int32_t(cap);
     }
