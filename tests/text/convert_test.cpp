@@ -154,6 +154,11 @@ TEST(Conversion, TranslitSpellsCyrillicInLatin) {
     in = "\xC6\xE8\xE7\xED\xFC\xDA"; // the soft and the hard sign take their own marks
     vq::translit(out, in);
     EXPECT_EQ(out, "Zhizn\"'");
+    // The spellings of several letters and the marks, both cases, in one text:
+    // Kh, Ts, Ch, Sh, the hard sign, Y, the soft sign, E with a mark, Ye.
+    in = "\xD5\xD6\xD7\xD8\xDA\xDB\xDC\xDD\xDF|\xF5\xF6\xF7\xF8\xFA\xFB\xFC\xFD\xFF";
+    vq::translit(out, in);
+    EXPECT_EQ(out, "KhTsChSh''I\"'EYe|khtschsh''i\"'eye");
     // Every code from 192 to 255 gives a non-empty pure-ASCII spelling.
     // The target may be the source itself.
     in = "\xC4\xE0";

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cfloat>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -72,6 +73,23 @@ TEST(NumberText, WriteDoubleChoosesIntegerOrRealText) {
     char small[4];
     EXPECT_EQ(vq::writeDoubleToString(small, sizeof small, 1.0 / 3, "%.6f", "%i"), 0);
     EXPECT_STREQ(small, "");
+}
+
+TEST(NumberText, WriteDoubleBoundariesAreInclusive) {
+    // A fraction of exactly the double epsilon still counts as integral; twice it not.
+    EXPECT_EQ(dbl(1.0 + DBL_EPSILON, "%.17g"), "1");
+    EXPECT_NE(dbl(1.0 + 2 * DBL_EPSILON, "%.17g"), "1");
+    // The int range ends at 2147483647 in magnitude, for both signs.
+    EXPECT_EQ(dbl(-2147483647.0), "-2147483647");
+    EXPECT_EQ(dbl(2147483648.0), "2147483648.");
+    EXPECT_EQ(dbl(-2147483648.0), "-2147483648.");
+    // 1e30 itself is still printed; the next double is the fixed text.
+    EXPECT_EQ(dbl(1e30), "1000000000000000019884624838656.");
+    EXPECT_EQ(dbl(std::nextafter(1e30, 2e30)), "999999999999999999999999.");
+    EXPECT_EQ(dbl(-1e30), "-1000000000000000019884624838656.");
+    // Only an upper-case E ends the mantissa: a lower-case exponent is left whole.
+    EXPECT_EQ(dbl(1e-5, "%.6e"), "1.000000e-05");
+    EXPECT_EQ(dbl(1e-5, "%.6E"), "1.E-05"); // the point stays
 }
 
 TEST(NumberText, IsStringNumberAcceptsDigitsAndOptionalSeparators) {
