@@ -432,20 +432,38 @@ int ApXin::scanf(const char* format, ...) {
 
 namespace {
 
-// Every one of the n values is attempted, as a caller reading a fixed count expects
-// even where one value does not convert ("1 - 2" still gives the 2 its place); only the
-// end of the stream, after which every attempt would fail alike, stops the reading.
-template <class T> int readValues(FILE* f, const char* format, T* target, int n) {
-    if (!f || !target)
-        return 0;
+// Makes n attempts, each converting one item of `values` numbers (`attempt(i)` gives
+// fscanf's result), and returns the numbers converted. Every item is attempted, as a
+// caller reading a fixed count expects even where one does not convert ("1 - 2" still
+// gives the 2 its place); the reading ends early only where every further attempt
+// would fail alike: at the end of the stream, or when a failed attempt left the stream
+// where the failure before it did (text such as "x" that no conversion consumes, which
+// would otherwise cost one attempt per counted item). A stream that cannot tell its
+// position (a pipe) ends at the second failure in a row.
+template <class Attempt> int attemptEach(FILE* f, int n, int values, Attempt attempt) {
     int converted = 0;
+    long lastFailure = -2;
     for (int i = 0; i < n; ++i) {
-        const int r = std::fscanf(f, format, target + i);
+        const int r = attempt(i);
         if (r == EOF)
             break;
         converted += r;
+        if (r == values) {
+            lastFailure = -2;
+            continue;
+        }
+        const long at = std::ftell(f);
+        if (at == lastFailure)
+            break;
+        lastFailure = at;
     }
     return converted;
+}
+
+template <class T> int readValues(FILE* f, const char* format, T* target, int n) {
+    if (!f || !target)
+        return 0;
+    return attemptEach(f, n, 1, [&](int i) { return std::fscanf(f, format, target + i); });
 }
 
 } // namespace
@@ -534,9 +552,8 @@ const char* readArray(ApXin& x, const char* name, vq::TVector<T>& v, ReadItem re
     if (n > 0 && plausibleCount(x.m_file, n, Values)) {
         v.resize(uint32_t(n));
         std::memset(static_cast<void*>(v.data()), 0, size_t(n) * sizeof(T));
-        for (int i = 0; hasText && i < n; ++i)
-            if (readItem(x.m_file, v[i]) == EOF)
-                break;
+        if (hasText)
+            attemptEach(x.m_file, n, Values, [&](int i) { return readItem(x.m_file, v[i]); });
     } else if (n > 0) {
         for (T item{}; hasText && v.size() < uint32_t(n) && readItem(x.m_file, item) == Values; item = T{})
             v.push_back(item);

@@ -118,8 +118,9 @@ public:
 #endif
         ;
     // n values "%d", "%lf" or unsigned 64-bit each; nothing when n < 1. Every value is
-    // attempted, one that does not convert keeps its old content; only the end of the
-    // stream stops the reading early. Returns the number of values that converted.
+    // attempted, one that does not convert keeps its old content; the reading stops
+    // early only at the end of the stream or where the text no longer moves (a byte no
+    // conversion takes). Returns the number of values that converted.
     int readI1(int* target, int n);
     int readD1(double* target, int n);
     int readID1(vq::uint64* target, int n);
