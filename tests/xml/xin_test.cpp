@@ -68,6 +68,12 @@ TEST(XinTags, KindsNamesAndSkippedConstructs) {
     EXPECT_TRUE(d.x.isTagEnd());
     EXPECT_EQ(d.error(), kEof);
     EXPECT_FALSE(d.x.isTag(nullptr));
+
+    // The name runs to the first blank, control byte or '/', whatever else it holds.
+    XinOverText odd("<x=1.y><p\x01q=\"1\"/>");
+    EXPECT_STREQ(odd.next().tag(), "x=1.y");
+    EXPECT_STREQ(odd.next().tag(), "p");
+    EXPECT_EQ(odd.x.attrI1("q", 0), 1);
 }
 
 TEST(XinTags, HeaderModeDeliversTheDeclaration) {
@@ -91,9 +97,11 @@ TEST(XinTags, HeaderModeDeliversTheDeclaration) {
         EXPECT_STREQ(h.x.tag(), head[1] == '?' ? "?xml?" : "!--note--");
         EXPECT_TRUE(h.x.isEmptyElem()) << head;
     }
-    // A '?' closes a tag only in header mode.
+    // A '?' closes a tag only in header mode, and nothing may follow it.
     XinOverText q("<r a=\"1\"?>");
     EXPECT_EQ(q.error(), kBadAttrs);
+    XinOverText after("<?xml v=\"1\"? ?>");
+    EXPECT_STREQ(after.x._readBegHeader(1), kBadAttrs);
 }
 
 TEST(XinTags, MalformedConstructs) {
@@ -120,6 +128,14 @@ TEST(XinTags, HoldDeliversTheTagInHandAgain) {
     EXPECT_TRUE(d.x.isTag("a"));
     EXPECT_EQ(d.x.attrI1("x", 0), 1);
     EXPECT_TRUE(d.next().isTag("b"));
+
+    // Binding a stream anew forgets the tag in hand and any push-back.
+    d.x.m_hold = true;
+    d.x.init(nullptr);
+    EXPECT_FALSE(d.x.m_hold);
+    EXPECT_TRUE(d.x.isTagStart());
+    EXPECT_EQ(d.x.nAttrs(), 0);
+    EXPECT_GE(d.x.m_buf.capacity(), 1024u);
 }
 
 TEST(XinAttributes, GrammarThatIsAccepted) {
@@ -135,6 +151,9 @@ TEST(XinAttributes, GrammarThatIsAccepted) {
     // The first of two attributes with one name wins.
     XinOverText twice("<a k=\"1\" k=\"2\">");
     EXPECT_EQ(twice.next().attrI1("k", 0), 1);
+    // Nothing asks a name to be there: an '=' right away makes a nameless attribute.
+    XinOverText nameless("<a =\"1\">");
+    EXPECT_EQ(nameless.next().attrI1("", 0), 1);
 }
 
 TEST(XinAttributes, GrammarThatIsRefused) {
@@ -310,6 +329,13 @@ TEST(XinTypedAttributes, SmallFirstLetter) {
     EXPECT_EQ(x.attrI1("X", 0), 3);
     x.setSmallFirstLetterAttrName(false);
     EXPECT_EQ(x.findAttr("Other"), nullptr);
+
+    // The lowering alone leaves the comparison exact.
+    XinOverText e("<a Name=\"n\"/>");
+    e.next().makeSmallFirstLetterAttrName();
+    EXPECT_FALSE(e.x.m_smallFirstLetter);
+    EXPECT_EQ(e.x.findAttr("Name"), nullptr);
+    EXPECT_STREQ(e.x.attrS1("name", nullptr), "n");
 }
 
 TEST(XinStreamReads, ValuesFollowingTheTag) {
@@ -317,6 +343,7 @@ TEST(XinStreamReads, ValuesFollowingTheTag) {
     ApXin& x = d.next();
     int i[4] = {0, 0, 0, 99};
     EXPECT_EQ(ApXin_I1(x, i, 0), 0);
+    EXPECT_EQ(ApXin_I1(x, i, -3), 0);
     EXPECT_EQ(ApXin_I1(x, i, 3), 3);
     EXPECT_EQ(i[0] + i[1] + i[2], 2);
     EXPECT_EQ(i[3], 99);
