@@ -131,3 +131,17 @@ TEST(CStrFormat, LongTextsDoubleUpToTenAttemptsThenGiveEmptyText) {
     b = small;
     EXPECT_STREQ(b.str(), "tiny");
 }
+
+TEST(CStrFormat, ItsOwnTextMayBeAnArgument) {
+    vq::CStrFormat f("dir");
+    EXPECT_STREQ(f("x/%s", f.str()), "x/dir"); // the inline block is printed over
+    EXPECT_STREQ(f("%s|%s", f.str(), f.str()), "x/dir|x/dir");
+    std::string big(3000, 'b');
+    f.format("%s", big.c_str());
+    EXPECT_EQ(std::string(f("<%s>", f.str())), "<" + big + ">"); // the heap block stays
+    big.assign(70000, 'c'); // beyond the thread's reused scratch
+    f.format("%s", big.c_str());
+    EXPECT_EQ(std::string(f("=%s", f.str())), "=" + big);
+    std::string twice(f.str());
+    EXPECT_EQ(std::string(f("%s%s", f.str(), f.str())), twice + twice); // the heap block is replaced
+}

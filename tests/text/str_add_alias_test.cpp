@@ -1,5 +1,6 @@
 // Character-by-character building, a string formatted from its own text, and an array
 // that a getBuffer caller filled without a terminator.
+#include "vqk/text/format.h"
 #include "vqk/text/str.h"
 
 #include <gtest/gtest.h>
@@ -99,6 +100,22 @@ TEST(CTStrFormat, FormatAndArgumentsMayBeTheStringsOwnText) {
     CWStr w(L"%ls|%ls");
     w.cformat(w.str(), L"left", L"a longer right side than the format");
     EXPECT_EQ(w, L"left|a longer right side than the format");
+}
+
+TEST(CTStrFormat, PiecesMayBeTheStringsOwnText) {
+    CStr s("abc");
+    s.format(vq::CFormat("x"), vq::CFormat(s));
+    EXPECT_EQ(s, "xabc");
+    s.format(vq::CFormat(s), vq::CFormat("-"), vq::CFormat(s));
+    EXPECT_EQ(s, "xabc-xabc");
+    // Appending: the earlier pieces grow the block the later piece points into.
+    s = "tail";
+    std::string pad(200, 'p');
+    vq::sprintf_s(s, vq::CFormat(pad.c_str()), vq::CFormat(s), true);
+    EXPECT_EQ(s, ("tail" + pad + "tail").c_str());
+    CWStr w(L"w");
+    w.format(vq::CFormat(7, 2), vq::CFormat(w));
+    EXPECT_EQ(w, L"07w");
 }
 
 TEST(CTStrEdit, AnArrayFilledWithoutATerminatorIsEditedSafely) {

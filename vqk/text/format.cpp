@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 #include <cwchar>
+#include <functional>
 #include <memory>
 
 namespace vq {
@@ -184,7 +185,31 @@ namespace {
 
 // Measure the piece, print it into a scratch block (inline for short pieces) and
 // append it.
+// True when a text piece is the string's own text, which emptying the string, or growth
+// while appending earlier pieces, would overwrite or free before the piece is read.
+template <class T> bool readsOwnText(const CTStr<T>& out, const CFormat* const* pieces, int n) {
+    const T* block = out.array().data();
+    if (!block)
+        return false;
+    std::less_equal<const void*> le;
+    std::less<const void*> lt;
+    for (int i = 0; i < n; ++i) {
+        const void* t = pieces[i]->text();
+        if (t && le(block, t) && lt(t, block + out.array().capacity()))
+            return true;
+    }
+    return false;
+}
+
 template <class T> void appendPieces(CTStr<T>& out, const CFormat* const* pieces, int n, bool append) {
+    if (readsOwnText(out, pieces, n)) {
+        CTStr<T> fresh;
+        if (append)
+            fresh = out;
+        appendPieces(fresh, pieces, n, true);
+        out = fresh;
+        return;
+    }
     if (!append)
         out.reset();
     for (int i = 0; i < n; ++i) {

@@ -57,6 +57,8 @@ public:
     void appendText(CTStr<wchar_t>& out) const;
 
     int kind() const { return m_kind; }
+    // The text of a text piece (kinds 0 and 1), null for the other kinds.
+    const void* text() const { return m_kind == eText || m_kind == eWideText ? m_value.p : nullptr; }
     int width() const { return m_width; }
     int precision() const { return m_precision; }
 
@@ -77,7 +79,7 @@ private:
 };
 
 // Renders the pieces one after the other into out, with no separator; unless append
-// is true out is emptied first.
+// is true out is emptied first. A piece may be out's own text.
 VQK_API void sprintf_s(CTStr<char>& out, const CFormat& a1, bool append);
 VQK_API void sprintf_s(CTStr<char>& out, const CFormat& a1, const CFormat& a2, bool append);
 VQK_API void sprintf_s(CTStr<char>& out, const CFormat& a1, const CFormat& a2, const CFormat& a3,

@@ -3,6 +3,7 @@
 #include "vqk/text/bounded.h"
 #include "vqk/text/convert.h"
 #include "vqk/text/format.h"
+#include "vqk/text/scratch_block.h"
 #include "vqk/text/string_table.h"
 #include "vqk/text/utf8.h"
 
@@ -32,36 +33,6 @@ uint32_t checkedSize(uint64 n) {
         throw std::bad_alloc();
     return uint32_t(n);
 }
-
-// A block to print beside a string whose own text may be an argument: room inside
-// the object for short texts, the thread's reused block for longer ones, a block of its
-// own for very long ones.
-template <class T> class ScratchBlock {
-public:
-    explicit ScratchBlock(size_t n) {
-        if (n <= kLocal) {
-            m_data = m_local;
-            return;
-        }
-        if (n > kKeep) {
-            m_own.reset(new T[n]);
-            m_data = m_own.get();
-            return;
-        }
-        thread_local std::vector<T> reused;
-        if (reused.size() < n)
-            reused.resize(n);
-        m_data = reused.data();
-    }
-    T* data() { return m_data; }
-
-private:
-    static constexpr size_t kLocal = 512;
-    static constexpr size_t kKeep = 65536;
-    T m_local[kLocal];
-    std::unique_ptr<T[]> m_own;
-    T* m_data = nullptr;
-};
 
 int printCount(const char* fmt, va_list args) { return vscprintf(fmt, args); }
 int printCount(const wchar_t* fmt, va_list args) { return vscprintf(fmt, args); }

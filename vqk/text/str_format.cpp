@@ -1,6 +1,7 @@
 #include "vqk/text/str_format.h"
 
 #include "vqk/text/bounded.h"
+#include "vqk/text/scratch_block.h"
 
 #include <cstring>
 
@@ -62,6 +63,7 @@ char* CStrFormat::block(int size, char*& retired) {
 }
 
 const char* CStrFormat::vformat(const char* fmt, va_list args) {
+    const char* prior = m_text; // an argument may be the object's own text
     m_text = kEmpty;
     if (!fmt)
         return m_text;
@@ -76,8 +78,16 @@ const char* CStrFormat::vformat(const char* fmt, va_list args) {
     if (!p)
         return m_text;
     int size = p == m_inline ? int(kInline) : m_heapSize;
-    if (vsprintf(p, size_t(size), fmt, args) >= 0)
+    // Printing over the previous text while reading it would garble it: print beside it
+    // and copy in.
+    bool overlaps = p == prior;
+    ScratchBlock<char> scratch(overlaps ? size_t(n) + 1 : 0);
+    char* target = overlaps ? scratch.data() : p;
+    if (vsprintf(target, overlaps ? size_t(n) + 1 : size_t(size), fmt, args) >= 0) {
+        if (overlaps)
+            std::memcpy(p, target, size_t(n) + 1);
         m_text = p;
+    }
     delete[] retired;
     return m_text;
 }

@@ -5,8 +5,8 @@
 // CStrFormat formats printf-style into a 1024-character inline buffer and moves to a
 // heap block only for longer texts, doubling from 2048 up to 524288 characters; a text
 // that needs more than ten such sizes is replaced by an empty text. The result stays
-// valid until the next format or the object's end; the arguments of a format must not
-// point into the object's own text.
+// valid until the next format or the object's end; the object's own text may be an
+// argument of the next format (f("%s/x", f.str())).
 //
 //   vq::CStrFormat f("%s_%03i.xml", "part", 7);
 //   std::fputs(f, out);                         // "part_007.xml"
