@@ -77,6 +77,12 @@ TEST(Substring, SplitStrByTokenSplitsAtTheWholeToken) {
     vq::splitStrByToken(parts, "a;b;", ";", false);
     ASSERT_EQ(parts.size(), 3u); // the trailing empty piece
     EXPECT_EQ(parts[2], "");
+    // Splitting one of the pieces, or at one of them, into the same array.
+    vq::splitStrByToken(parts, "x,y;z;,", ";", false);
+    vq::splitStrByToken(parts, parts[0].str(), parts[2].str(), false);
+    ASSERT_EQ(parts.size(), 2u);
+    EXPECT_EQ(parts[0], "x");
+    EXPECT_EQ(parts[1], "y");
     vq::splitStrByToken(parts, "one<>two<three", "<>", false);
     ASSERT_EQ(parts.size(), 2u); // a token string, not a set of characters
     EXPECT_EQ(parts[1], "two<three");

@@ -74,8 +74,7 @@ template <class T> int replaceSub(CTStr<T>& s, const T* what, const T* with) {
 }
 
 template <class T>
-void splitBy(TVectorC<CTStr<T>>& out, const T* text, const T* token, bool skipEmpty) {
-    out.clear();
+void splitInto(TVectorC<CTStr<T>>& out, const T* text, const T* token, bool skipEmpty) {
     int n = textLength(text);
     if (!n)
         return;
@@ -97,6 +96,14 @@ void splitBy(TVectorC<CTStr<T>>& out, const T* text, const T* token, bool skipEm
     }
     if (n > start || !skipEmpty)
         out.add().reset(text + start, uint64(n - start));
+}
+
+template <class T>
+void splitBy(TVectorC<CTStr<T>>& out, const T* text, const T* token, bool skipEmpty) {
+    // The pieces are collected apart: the text or the token may be one of out's strings.
+    TVectorC<CTStr<T>> pieces;
+    splitInto(pieces, text, token, skipEmpty);
+    out.swap(pieces);
 }
 
 } // namespace

@@ -202,6 +202,7 @@ public:
     void push_back(T&& v) { m_items.push_back(std::move(v)); }
     void clear() { m_items.clear(); }
     void resize(uint32_t n) { m_items.resize(n); }
+    void swap(TVectorC& o) noexcept { m_items.swap(o.m_items); }
     T* begin() { return m_items.data(); }
     T* end() { return m_items.data() + m_items.size(); }
     const T* begin() const { return m_items.data(); }
