@@ -48,6 +48,43 @@ TEST(Conversion, EveryFunctionEmptiesItsTargetAndAcceptsNull) {
     EXPECT_TRUE(out.empty());
 }
 
+namespace {
+// A string class built on CStr that counts how often it is emptied through the
+// virtual reset with an empty text.
+struct WatchedStr : vq::CStr {
+    using vq::CStr::reset;
+    void reset(const char* s) override {
+        if (s && !*s)
+            ++emptied;
+        vq::CStr::reset(s);
+    }
+    int emptied = 0;
+};
+} // namespace
+
+TEST(Conversion, EveryConversionFirstEmptiesItsTargetThroughTheVirtualReset) {
+    WatchedStr w;
+    w.CStr::reset("old");
+    vq::wstrtostr(w, nullptr, true);
+    EXPECT_EQ(w.emptied, 1);
+    EXPECT_TRUE(w.empty());
+    vq::wstrtostr(w, L"new", false);
+    EXPECT_EQ(w.emptied, 2);
+    EXPECT_EQ(w, "new");
+    vq::wstrtoutf8(w, L"x");
+    vq::ansitoutf8(w, "y");
+    vq::utf8top21(w, "z");
+    vq::p21toutf8(w, "q");
+    vq::translit(w, w);
+    EXPECT_EQ(w.emptied, 7);
+    EXPECT_EQ(w, "q");
+    vq::ansitoutf8(w, nullptr);
+    vq::utf8top21(w, nullptr);
+    vq::p21toutf8(w, nullptr);
+    EXPECT_EQ(w.emptied, 10);
+    EXPECT_TRUE(w.empty());
+}
+
 TEST(Conversion, Utf8RoundTripsEveryPlane) {
     const wchar_t* text = L"A\u00e9\u0416\u20ac\uFFFD\U00010348\U0001F600z";
     CStr n;

@@ -12,8 +12,13 @@ namespace {
 
 // Empty the target, ask for the length, size the target one element larger than
 // needed and convert into it (the text ends at its first zero).
+// Emptying goes through the virtual reset with an empty text, so that a class built
+// on the string sees it.
+void empty(CTStr<char>& out) { out.reset(static_cast<const char*>("")); }
+void empty(CTStr<wchar_t>& out) { out.reset(static_cast<const wchar_t*>(L"")); }
+
 void toNarrow(CTStr<char>& out, const wchar_t* s, unsigned cp) {
-    out.reset();
+    empty(out);
     if (!s)
         return;
     int n = wideToMultiByte(cp, s, -1, nullptr, 0);
@@ -21,14 +26,14 @@ void toNarrow(CTStr<char>& out, const wchar_t* s, unsigned cp) {
         return;
     char* p = out.getBuffer(n + 1);
     if (wideToMultiByte(cp, s, -1, p, n + 1) < 1) {
-        out.reset();
+        empty(out);
         return;
     }
     p[n] = 0;
 }
 
 void toWide(CTStr<wchar_t>& out, const char* s, unsigned cp) {
-    out.reset();
+    empty(out);
     if (!s)
         return;
     int n = multiByteToWide(cp, s, -1, nullptr, 0);
@@ -36,7 +41,7 @@ void toWide(CTStr<wchar_t>& out, const char* s, unsigned cp) {
         return;
     wchar_t* p = out.getBuffer(n + 1);
     if (multiByteToWide(cp, s, -1, p, n + 1) < 1) {
-        out.reset();
+        empty(out);
         return;
     }
     p[n] = 0;
@@ -63,18 +68,20 @@ void strtowstr(CTStr<wchar_t>& out, const char* s, bool utf8) {
 void wstrtoutf8(CTStr<char>& out, const wchar_t* s) { toNarrow(out, s, kCodePageUtf8); }
 
 void ansitoutf8(CTStr<char>& out, const char* s) {
-    out.reset();
-    if (!s)
+    if (!s) {
+        empty(out);
         return;
+    }
     CTStr<wchar_t> wide;
     toWide(wide, s, kCodePageAnsi);
     toNarrow(out, wide.str(), kCodePageUtf8);
 }
 
 void utf8top21(CTStr<char>& out, const char* s) {
-    out.reset();
-    if (!s)
+    if (!s) {
+        empty(out);
         return;
+    }
     CTStr<wchar_t> wide;
     toWide(wide, s, kCodePageUtf8);
     std::string r;
@@ -107,13 +114,15 @@ void utf8top21(CTStr<char>& out, const char* s) {
     }
     if (escaped)
         r += "\\X0\\";
+    empty(out); // only now: the source may be out's own text
     out.reset(r.c_str(), uint64(r.size()));
 }
 
 void p21toutf8(CTStr<char>& out, const char* s) {
-    out.reset();
-    if (!s)
+    if (!s) {
+        empty(out);
         return;
+    }
     std::wstring units;
     size_t n = std::strlen(s);
     bool escaped = false;
@@ -183,6 +192,7 @@ void translit(CTStr<char>& out, CTStr<char>& in) {
             r += char(b);
         }
     }
+    empty(out); // only now: the source may be out's own text
     out.reset(r.c_str(), uint64(r.size()));
 }
 
