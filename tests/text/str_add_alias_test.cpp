@@ -7,6 +7,7 @@
 
 #include <cstring>
 #include <string>
+#include <utility>
 
 using vq::CStr;
 using vq::CWStr;
@@ -71,6 +72,19 @@ TEST(CTStrAdd, AddCountsAgainAfterOtherMembersChangedTheText) {
     s.array()[2] = 0;
     s.add() = 'x';
     EXPECT_EQ(s, "abx");
+
+    // Moving hands the text over; both strings go on adding where their text ends.
+    CStr a;
+    a.add() = 'x';
+    a.add() = 'y';
+    CStr b(std::move(a));
+    a.add() = 'z';
+    b.add() = '!';
+    EXPECT_EQ(a, "z");
+    EXPECT_EQ(b, "xy!");
+    a = std::move(b);
+    a.add() = '?';
+    EXPECT_EQ(a, "xy!?");
 }
 
 TEST(CTStrFormat, FormatAndArgumentsMayBeTheStringsOwnText) {

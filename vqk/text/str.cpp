@@ -79,7 +79,7 @@ template <class T> CTStr<T>::CTStr(const CTStr& s) {
     if (s.m_a.size()) // a copy of a never-filled string allocates nothing
         assignText(s.str(), uint32_t(s.length()));
 }
-template <class T> CTStr<T>::CTStr(CTStr&& s) noexcept : m_a(std::move(s.m_a)) {}
+template <class T> CTStr<T>::CTStr(CTStr&& s) noexcept : m_a(std::move(s.m_a)) { s.m_addEnd = 0; }
 template <class T> CTStr<T>::CTStr(const T* s, int from, int to) { reset(s, from, to); }
 template <class T> CTStr<T>::CTStr(int n, T c) { reset(uint64(n < 0 ? 0 : n), c); }
 template <class T> CTStr<T>::CTStr(int id, bool full) {
@@ -105,8 +105,10 @@ template <class T> CTStr<T>& CTStr<T>::operator=(const CTStr& s) {
 }
 template <class T> CTStr<T>& CTStr<T>::operator=(CTStr&& s) noexcept {
     m_addEnd = 0;
-    if (this != &s)
+    if (this != &s) {
         m_a = std::move(s.m_a);
+        s.m_addEnd = 0;
+    }
     return *this;
 }
 
