@@ -4,6 +4,7 @@
 
 #include "vqk/xml/xml_out.h"
 
+#include <gtest/gtest.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 
@@ -81,10 +82,14 @@ inline void writeFile(const std::string& path, const std::string& bytes) {
     }
 }
 
-// A fresh folder for one test's files under the test temporary folder.
+// A fresh folder for one test's files under the test temporary folder. Tests run in
+// parallel processes, so the folder is the running test's own, not only the caller's name.
 inline std::string tempDir(const char* test) {
     const char* root = std::getenv("VQK_TEST_TMP");
-    std::filesystem::path p = std::filesystem::path(root && *root ? root : "/tmp") / "output" / test;
+    std::string own = test;
+    if (const ::testing::TestInfo* info = ::testing::UnitTest::GetInstance()->current_test_info())
+        own = own + "." + info->test_suite_name() + "." + info->name();
+    std::filesystem::path p = std::filesystem::path(root && *root ? root : "/tmp") / "output" / own;
     std::error_code ec;
     std::filesystem::remove_all(p, ec);
     std::filesystem::create_directories(p, ec);
