@@ -1,5 +1,6 @@
 #include "vqk/text/string_table.h"
 
+#include "vqk/platform/environment.h"
 #include "vqk/platform/module.h"
 #include "vqk/text/runtime_critical.h"
 #include "vqk/text/string_csv.h"
@@ -57,8 +58,7 @@ std::string withSeparator(std::string folder) {
 Table* loadTable(State& s, int table) {
     std::string candidates[3];
     candidates[0] = s.folder;
-    if (const char* env = std::getenv(VQK_STRING_DIR_ENV))
-        candidates[1] = env;
+    platform::getEnv(VQK_STRING_DIR_ENV, candidates[1]);
     candidates[2] = platform::libraryFolder();
     auto t = std::make_unique<Table>();
     for (const std::string& folder : candidates) {
