@@ -122,24 +122,24 @@ private:
 
     std::basic_string<T> build(const std::basic_string<T>& prefix, const Directive& d,
                                int width) const {
-        std::string spec = "%";
+        std::string conversion = "%";
         if (d.suppress)
-            spec += '*';
+            conversion += '*';
         if (width > 0)
-            spec += std::to_string(width);
+            conversion += std::to_string(width);
         if (isText(d.conv)) {
             if (storesWide(d))
-                spec += 'l';
+                conversion += 'l';
             char c = d.conv == 'S' ? 's' : d.conv == 'C' ? 'c' : d.conv;
-            spec += c;
-            spec += d.scanset;
+            conversion += c;
+            conversion += d.scanset;
         } else {
-            spec += d.modifier;
-            spec += d.conv;
+            conversion += d.modifier;
+            conversion += d.conv;
         }
-        spec += "%n";
+        conversion += "%n";
         std::basic_string<T> out = prefix;
-        for (char c : spec)
+        for (char c : conversion)
             out += T((unsigned char)c);
         return out;
     }
