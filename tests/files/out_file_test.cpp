@@ -3,7 +3,7 @@
 #include "vqk/files/out_file.h"
 
 // The writer's test helpers serve the file output's tests as well.
-#include "../xml/xml_out_capture.h"
+#include "../xml/xml_test_support.h"
 
 #include <gtest/gtest.h>
 
@@ -12,8 +12,8 @@
 
 namespace {
 
-using xml_out_test::readFile;
-using xml_out_test::tempDir;
+using xml_test::readFile;
+using xml_test::tempDir;
 
 TEST(OutFileOpen, WritesAppendsAndTruncates) {
     std::string path = tempDir("file_modes") + "/a.txt";

@@ -3,7 +3,7 @@
 // usable afterwards.
 #include "vqk/xml/xml_in.h"
 
-#include "xml_in_test_support.h"
+#include "xml_test_support.h"
 
 #include <gtest/gtest.h>
 
@@ -18,8 +18,8 @@
 using vq::CStr;
 using vq::CXmlElemIn;
 using vq::CXmlIn;
-using xml_in_test::ScratchXml;
-using xml_in_test::thrownText;
+using xml_test::ScratchXml;
+using xml_test::thrownText;
 
 namespace {
 

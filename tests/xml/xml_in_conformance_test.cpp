@@ -5,7 +5,7 @@
 // compared; the differences that exist by design are pinned down separately.
 #include "vqk/xml/xml_in.h"
 
-#include "xml_in_test_support.h"
+#include "xml_test_support.h"
 
 #include <gtest/gtest.h>
 #include <libxml/xmlreader.h>
@@ -22,7 +22,7 @@
 #include <vector>
 
 using vq::CXmlIn;
-using xml_in_test::ScratchXml;
+using xml_test::ScratchXml;
 
 namespace {
 
@@ -266,13 +266,6 @@ std::string unsupportedConstruct(const std::string& d) {
     return "";
 }
 
-std::string fileText(const std::string& path) {
-    std::ifstream f(path, std::ios::binary);
-    std::stringstream s;
-    s << f.rdbuf();
-    return s.str();
-}
-
 // Compares one document; returns false (with a failure) when the two disagree.
 bool compareDocument(const std::string& path, const std::string& text) {
     bool refOk = false;
@@ -422,7 +415,7 @@ TEST(XmlInConformance, QifSamplesReadLikeAFullParser) {
     int compared = 0, total = 0;
     for (const auto& entry : std::filesystem::directory_iterator(dir)) {
         std::string path = entry.path().string();
-        std::string text = fileText(path);
+        std::string text = xml_test::readFile(path);
         ASSERT_FALSE(text.empty()) << path;
         ++total;
         if (!unsupportedConstruct(text).empty())
@@ -454,7 +447,7 @@ TEST(XmlInConformance, ValidConformanceSuiteDocumentsReadLikeAFullParser) {
             continue;
         ++valid;
         std::string path = dir + "/" + cols[7];
-        std::string text = fileText(path);
+        std::string text = xml_test::readFile(path);
         if (text.empty() || !unsupportedConstruct(text).empty())
             continue;
         bool refOk = false;

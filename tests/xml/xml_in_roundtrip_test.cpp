@@ -5,7 +5,7 @@
 
 #include "vqk/xml/xml_escape.h"
 #include "vqk/xml/xml_out.h"
-#include "xml_in_test_support.h"
+#include "xml_test_support.h"
 
 #include <gtest/gtest.h>
 
@@ -130,7 +130,7 @@ void readBack(CXmlIn& in, CXmlElemIn* parent, const Node& n) {
 } // namespace
 
 TEST(XmlInRoundTrip, GeneratedTreesReadBackElementByElement) {
-    std::string path = xml_in_test::scratchFolder() + "/xml_in_roundtrip_" + std::to_string(getpid()) + ".xml";
+    std::string path = xml_test::scratchFolder() + "/xml_in_roundtrip_" + std::to_string(getpid()) + ".xml";
     TreeMaker maker(5);
     for (int doc = 0; doc < 40; ++doc) {
         std::unique_ptr<Node> root = maker.make(0);
@@ -144,7 +144,7 @@ TEST(XmlInRoundTrip, GeneratedTreesReadBackElementByElement) {
         CXmlIn in(path.c_str());
         EXPECT_TRUE(in.readHeader());
         readBack(in, nullptr, *root);
-        EXPECT_EQ(xml_in_test::thrownText([&] { in.read(); }), "XML error: unexpected end of file");
+        EXPECT_EQ(xml_test::thrownText([&] { in.read(); }), "XML error: unexpected end of file");
         if (HasFailure())
             break;
     }
@@ -152,7 +152,7 @@ TEST(XmlInRoundTrip, GeneratedTreesReadBackElementByElement) {
 }
 
 TEST(XmlInRoundTrip, CommentsTextElementsAndLoweredNamesReadBack) {
-    std::string path = xml_in_test::scratchFolder() + "/xml_in_roundtrip_names_" + std::to_string(getpid()) + ".xml";
+    std::string path = xml_test::scratchFolder() + "/xml_in_roundtrip_names_" + std::to_string(getpid()) + ".xml";
     {
         CXmlOut out;
         ASSERT_TRUE(out.open(path.c_str(), false, false));
@@ -179,6 +179,6 @@ TEST(XmlInRoundTrip, CommentsTextElementsAndLoweredNamesReadBack) {
         CXmlElemIn empty(&root, &in, "Empty");
         EXPECT_EQ(empty.state(), eXmlTagEmpty);
     }
-    EXPECT_EQ(xml_in_test::thrownText([&] { in.read(); }), "XML error: unexpected end of file");
+    EXPECT_EQ(xml_test::thrownText([&] { in.read(); }), "XML error: unexpected end of file");
     std::remove(path.c_str());
 }

@@ -2,7 +2,7 @@
 // scoped element reader and the forward searches.
 #include "vqk/xml/xml_in.h"
 
-#include "xml_in_test_support.h"
+#include "xml_test_support.h"
 
 #include <gtest/gtest.h>
 
@@ -14,8 +14,8 @@
 using vq::CStr;
 using vq::CXmlElemIn;
 using vq::CXmlIn;
-using xml_in_test::ScratchXml;
-using xml_in_test::thrownText;
+using xml_test::ScratchXml;
+using xml_test::thrownText;
 
 namespace {
 
@@ -38,7 +38,7 @@ TEST(XmlInOpen, MissingFileFailsQuietlyOrThrowsFromTheConstructor) {
     EXPECT_EQ(thrownText([] { CXmlIn x("/nonexistent/folder/x.xml"); }), "File is not open");
     EXPECT_EQ(thrownText([] { CXmlIn x(L"/nonexistent/folder/x.xml"); }), "File is not open");
     // A folder is no document.
-    EXPECT_FALSE(in.open(xml_in_test::scratchFolder().c_str()));
+    EXPECT_FALSE(in.open(xml_test::scratchFolder().c_str()));
 }
 
 TEST(XmlInOpen, ReadingWithoutAStreamThrowsInsteadOfTouchingIt) {
@@ -73,7 +73,7 @@ TEST(XmlInOpen, StoresThePathAndReopensCleanly) {
 }
 
 TEST(XmlInOpen, WidePathsAreUtf8OnDisk) {
-    std::string dir = xml_in_test::scratchFolder();
+    std::string dir = xml_test::scratchFolder();
     std::string narrow = dir + "/xml_in_\xC3\xA9t\xC3\xA9_" + std::to_string(getpid()) + ".xml";
     std::FILE* f = std::fopen(narrow.c_str(), "w");
     ASSERT_NE(f, nullptr);

@@ -1,6 +1,6 @@
 // The writer's files and streams: the declaration, appending, closing, the caller's
 // stream and print function, the global writer and the stored settings.
-#include "xml_out_capture.h"
+#include "xml_test_support.h"
 
 #include <gtest/gtest.h>
 
@@ -9,13 +9,13 @@
 
 namespace {
 
-using xml_out_test::parseXml;
-using xml_out_test::readFile;
+using xml_test::parseXml;
+using xml_test::readFile;
 
 const char kXmlOutDecl[] = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n";
 
 TEST(XmlOutFile, OpenWritesTheDeclarationUnlessAppending) {
-    std::string path = xml_out_test::tempDir("decl") + "/a.xml";
+    std::string path = xml_test::tempDir("decl") + "/a.xml";
     {
         vq::CXmlOut out;
         ASSERT_TRUE(out.open(path.c_str(), false, false));
@@ -33,7 +33,7 @@ TEST(XmlOutFile, OpenWritesTheDeclarationUnlessAppending) {
 }
 
 TEST(XmlOutFile, PathConstructorsWriteNoDeclaration) {
-    std::string dir = xml_out_test::tempDir("ctor");
+    std::string dir = xml_test::tempDir("ctor");
     std::string path = dir + "/n.xml";
     {
         vq::CXmlOut out(path.c_str());
@@ -54,7 +54,7 @@ TEST(XmlOutFile, PathConstructorsWriteNoDeclaration) {
 }
 
 TEST(XmlOutFile, FailedOpenWritesNothingAndReturnsFalse) {
-    std::string path = xml_out_test::tempDir("fail") + "/held.xml";
+    std::string path = xml_test::tempDir("fail") + "/held.xml";
     vq::CXmlOut first;
     ASSERT_TRUE(first.open(path.c_str()));
     vq::CXmlOut second;
@@ -66,7 +66,7 @@ TEST(XmlOutFile, FailedOpenWritesNothingAndReturnsFalse) {
 }
 
 TEST(XmlOutFile, CloseForgetsOpenElementsAndReopenStartsClean) {
-    std::string dir = xml_out_test::tempDir("reopen");
+    std::string dir = xml_test::tempDir("reopen");
     vq::CXmlOut out;
     ASSERT_TRUE(out.open((dir + "/1.xml").c_str(), false, false));
     auto* stale = new vq::CXmlOutElem(out, "first");
@@ -86,7 +86,7 @@ TEST(XmlOutFile, CloseForgetsOpenElementsAndReopenStartsClean) {
 }
 
 TEST(XmlOutFile, EveryOperationReachesTheStreamBeforeItReturns) {
-    std::string dir = xml_out_test::tempDir("hold");
+    std::string dir = xml_test::tempDir("hold");
     std::string path = dir + "/ops.xml";
     vq::CXmlOut out;
     ASSERT_TRUE(out.open(path.c_str(), false, false));
@@ -125,7 +125,7 @@ TEST(XmlOutFile, EveryOperationReachesTheStreamBeforeItReturns) {
 }
 
 TEST(XmlOutFile, DestructorLeavesAWholeDocument) {
-    std::string path = xml_out_test::tempDir("dtor") + "/d.xml";
+    std::string path = xml_test::tempDir("dtor") + "/d.xml";
     {
         auto* out = new vq::CXmlOut;
         ASSERT_TRUE(out->open(path.c_str(), false, false));
@@ -157,7 +157,7 @@ int xmlOutRecordingPrint(FILE* f, const char* format, ...) {
 }
 
 TEST(XmlOutFile, CallersPrintCarriesTheFixedText) {
-    xml_out_test::CCapture plain;
+    xml_test::CCapture plain;
     FILE* tmp = std::tmpfile();
     ASSERT_TRUE(tmp);
     g_xmlOutPrinted.clear();
@@ -200,7 +200,7 @@ public:
 };
 
 TEST(XmlOutFile, NarrowOpenAndStreamingGoThroughTheOverrides) {
-    std::string path = xml_out_test::tempDir("virtual") + "/v.xml";
+    std::string path = xml_test::tempDir("virtual") + "/v.xml";
     CXmlOutCounting out;
     ASSERT_TRUE(out.open(path.c_str(), false, false));
     EXPECT_EQ(out.wideOpens, 1);

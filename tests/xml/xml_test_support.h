@@ -1,7 +1,8 @@
-// Test helpers for the XML writer's and the file output's tests: a writer over a temporary stream whose
-// bytes can be read back, and libxml2 as an independent judge of well-formedness.
+// Helpers shared by the XML tests: a writer whose bytes can be read back, documents in
+// scratch files, libxml2 as an independent judge, and the reader's thrown messages.
 #pragma once
 
+#include "vqk/xml/xml_in.h"
 #include "vqk/xml/xml_out.h"
 
 #include <gtest/gtest.h>
@@ -13,8 +14,9 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <unistd.h>
 
-namespace xml_out_test {
+namespace xml_test {
 
 // Everything a test writes through `out` lands in a temporary stream.
 class CCapture {
@@ -30,8 +32,7 @@ public:
         long end = std::ftell(m_file);
         std::string s(size_t(end > 0 ? end : 0), '\0');
         std::rewind(m_file);
-        size_t got = std::fread(&s[0], 1, s.size(), m_file);
-        s.resize(got);
+        s.resize(std::fread(&s[0], 1, s.size(), m_file));
         std::fseek(m_file, 0, SEEK_END);
         return s;
     }
@@ -66,34 +67,75 @@ inline std::string readFile(const std::string& path) {
     std::string s;
     if (FILE* f = std::fopen(path.c_str(), "rb")) {
         char buf[4096];
-        size_t n;
-        while ((n = std::fread(buf, 1, sizeof buf, f)) > 0)
+        for (size_t n; (n = std::fread(buf, 1, sizeof buf, f)) > 0;)
             s.append(buf, n);
         std::fclose(f);
     }
     return s;
 }
 
-inline void writeFile(const std::string& path, const std::string& bytes) {
+inline bool writeFile(const std::string& path, const std::string& bytes) {
     FILE* f = std::fopen(path.c_str(), "wb");
-    if (f) {
-        std::fwrite(bytes.data(), 1, bytes.size(), f);
-        std::fclose(f);
-    }
+    if (!f)
+        return false;
+    std::fwrite(bytes.data(), 1, bytes.size(), f);
+    std::fclose(f);
+    return true;
 }
 
-// A fresh folder for one test's files under the test temporary folder. Tests run in
-// parallel processes, so the folder is the running test's own, not only the caller's name.
-inline std::string tempDir(const char* test) {
+inline std::filesystem::path testRoot() {
     const char* root = std::getenv("VQK_TEST_TMP");
+    return std::filesystem::path(root && *root ? root : "/tmp");
+}
+
+// A fresh folder for one test's files. Tests run in parallel processes, so the folder
+// is the running test's own, not only the caller's name.
+inline std::string tempDir(const char* test) {
     std::string own = test;
     if (const ::testing::TestInfo* info = ::testing::UnitTest::GetInstance()->current_test_info())
         own = own + "." + info->test_suite_name() + "." + info->name();
-    std::filesystem::path p = std::filesystem::path(root && *root ? root : "/tmp") / "output" / own;
+    std::filesystem::path p = testRoot() / "output" / own;
     std::error_code ec;
     std::filesystem::remove_all(p, ec);
     std::filesystem::create_directories(p, ec);
     return p.string();
 }
 
-} // namespace xml_out_test
+// A folder for scratch documents, shared by all tests.
+inline std::string scratchFolder() {
+    std::filesystem::path dir = testRoot() / "scratch";
+    std::error_code ec;
+    std::filesystem::create_directories(dir, ec);
+    return dir.string();
+}
+
+// A document on disk for the life of the object; the process id and a counter keep
+// parallel tests apart.
+class ScratchXml {
+public:
+    explicit ScratchXml(const std::string& content) {
+        static int counter = 0;
+        m_path = scratchFolder() + "/xml_in_" + std::to_string(getpid()) + "_" + std::to_string(++counter) + ".xml";
+        EXPECT_TRUE(writeFile(m_path, content)) << m_path;
+    }
+    ~ScratchXml() { std::remove(m_path.c_str()); }
+    ScratchXml(const ScratchXml&) = delete;
+    ScratchXml& operator=(const ScratchXml&) = delete;
+    const std::string& path() const { return m_path; }
+    const char* c_str() const { return m_path.c_str(); }
+
+private:
+    std::string m_path;
+};
+
+// The message of what `f` throws as a reader error, or "" when it returns normally.
+template <class F> std::string thrownText(F&& f) {
+    try {
+        f();
+    } catch (const char* e) {
+        return e ? e : "(null)";
+    }
+    return "";
+}
+
+} // namespace xml_test
