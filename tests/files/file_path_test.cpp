@@ -176,14 +176,14 @@ TEST(FilePathFunctions, GetFolderGivesDriveAndFolder) {
 }
 
 TEST(FilePathFunctions, HasFileExtComparesTheWholeExtensionExactly) {
-    EXPECT_TRUE(vq::hasFileExt("x.xml", ".xml"));
-    EXPECT_TRUE(vq::hasFileExt("C:\\d.e\\x.tar.xml", ".xml"));
-    EXPECT_FALSE(vq::hasFileExt("x.XML", ".xml"));
-    EXPECT_FALSE(vq::hasFileExt("x.xml", "xml"));
-    EXPECT_FALSE(vq::hasFileExt("x.xmlz", ".xml"));
-    EXPECT_FALSE(vq::hasFileExt("d.xml/x", ".xml"));
-    EXPECT_TRUE(vq::hasFileExt("d.xml/x", ""));
-    EXPECT_FALSE(vq::hasFileExt(static_cast<const char*>(nullptr), ""));
+    const struct {
+        const char *path, *ext;
+        bool has;
+    } cases[] = {{"x.xml", ".xml", true},    {"C:\\d.e\\x.tar.xml", ".xml", true}, {"x.XML", ".xml", false},
+                 {"x.xml", "xml", false},    {"x.xmlz", ".xml", false},          {"d.xml/x", ".xml", false},
+                 {"d.xml/x", "", true},      {nullptr, "", false}};
+    for (const auto& c : cases)
+        EXPECT_EQ(c.has, vq::hasFileExt(c.path, c.ext)) << (c.path ? c.path : "null") << " " << c.ext;
     EXPECT_TRUE(vq::hasFileExt(L"a/b.Q", L".Q"));
     EXPECT_FALSE(vq::hasFileExt(L"a/b.Q", L".q"));
 }

@@ -80,3 +80,8 @@ private:
     xmlDocPtr m_doc = nullptr;
     xmlXPathContextPtr m_ctx = nullptr;
 };
+
+// Parses `text` into `log`, failing the test when it is not well-formed.
+#define PARSED_LOG(log, text)                                                                      \
+    CJobLog log(text);                                                                             \
+    ASSERT_TRUE(log.wellFormed()) << (text)

@@ -21,53 +21,94 @@ protected:
     SToolRun runHere(const std::vector<std::string>& args) { return runTool(args, m_dir); }
 };
 
-TEST_F(ToolCli, UsageWhenNoJobIsNamed) {
-    // No arguments at all, only options, and the dot form of the batch option.
-    for (const std::vector<std::string>& args :
-         {std::vector<std::string>{"//b"}, {"/.b"}, {"//x", "//B+", "//q"}}) {
-        SToolRun r = runHere(args);
+// Without a job, or with an output that cannot be opened, the run ends before any
+// job_log; //b, wherever it stands, spares the prompt, and a failed //e never pauses.
+TEST_F(ToolCli, RunsThatEndBeforeAnyJob) {
+    const std::string bad = m_dir + "/no/such/folder/out.xml";
+    const std::string cantOpen = "Fatal: can't open " + bad + "\n";
+    const struct {
+        std::vector<std::string> args;
+        std::string text;
+    } cases[] = {
+        {{"//b"}, kUsageText},
+        {{"/.b"}, kUsageText},
+        {{"//x", "//B+", "//q"}, kUsageText},
+        {{"xml_summary", "//o", bad, "//b"}, cantOpen},
+        {{"//b", "xml_summary", "//e", bad}, cantOpen},
+        {{"xml_summary", "//e", bad}, cantOpen},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.args.size() > 1 ? c.args[1] : c.args[0]);
+        SToolRun r = runHere(c.args);
         ASSERT_FALSE(r.timedOut) << "a batch run must never wait for a key";
         EXPECT_EQ(r.exitCode, 1);
-        EXPECT_NE(r.out.find(kUsageText), std::string::npos) << r.out;
+        EXPECT_NE(r.out.find(c.text), std::string::npos) << r.out;
         EXPECT_EQ(r.out.find("<job_log"), std::string::npos);
-        EXPECT_EQ(r.out.find("Press any key"), std::string::npos) << "no prompt in batch mode";
+        EXPECT_EQ(r.out.find("Press any key"), std::string::npos);
     }
+    EXPECT_FALSE(fileExists(bad));
 }
 
-TEST_F(ToolCli, UsagePromptWaitsForAKeyOnATerminal) {
+// On a terminal the usage and a failed //o wait for a key (Ctrl-C included, which must
+// not kill the tool with its terminal left raw); a failed //e returns at once.
+TEST_F(ToolCli, PausesOnATerminal) {
+    const std::string bad = m_dir + "/no/such/folder/out.xml";
     bool typed = false;
-    // Ctrl-C is a key like any other there: it must not kill the tool with its terminal
-    // left raw.
     SToolRun r = runToolOnTerminal({}, m_dir, "<!--Press any key to continue-->", '\x03', typed, 20);
     EXPECT_TRUE(typed) << r.out;
     EXPECT_FALSE(r.timedOut) << "the key press must end the pause";
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_NE(r.out.find(kUsageText), std::string::npos);
     EXPECT_NE(r.out.find("\n<!--Press any key to continue-->\n"), std::string::npos);
+    for (const char* option : {"//o", "//e"}) {
+        r = runToolOnTerminal({"xml_summary", option, bad}, m_dir, "Press any key", 'q', typed, 20);
+        EXPECT_EQ(typed, option[2] == 'o') << option << r.out;
+        EXPECT_FALSE(r.timedOut);
+        EXPECT_EQ(r.exitCode, 1);
+        EXPECT_NE(r.out.find("Fatal: can't open"), std::string::npos);
+    }
 }
 
-TEST_F(ToolCli, UnknownFunctionIsOneFailureAndNoJob) {
-    SToolRun r = runHere({"unknownjob", "//b"});
-    EXPECT_EQ(r.exitCode, 1);
-    EXPECT_NE(r.out.find("Fail : Can't find registered function 'unknownjob'\n"), std::string::npos);
-    CJobLog log(r.out);
-    ASSERT_TRUE(log.wellFormed()) << r.out;
-    EXPECT_EQ(log.num("/job_log/stat/@fail"), 1);
-    EXPECT_EQ(log.num("/job_log/stat/@job"), 0);
-    EXPECT_EQ(log.str("/job_log/job/@name"), "unknownjob");
-    EXPECT_EQ(log.str("/job_log/job/func/@func"), "unknownjob");
-    EXPECT_EQ(log.str("/job_log/job/func/Fail"), "Can't find registered function 'unknownjob'");
-    EXPECT_EQ(log.num("/job_log/job/ret"), -1);
-    EXPECT_EQ(log.str("/job_log/job/info/error/@file"), "vq_job");
-    EXPECT_EQ(log.num("/job_log/job/info/error/@line"), 290);
-    EXPECT_EQ(log.str("/job_log/job/info/error/@msg"), "Can't find registered function 'unknownjob'");
+// A job that is not found fails; a job that only warns is not ok either.
+TEST_F(ToolCli, FailingAndWarningRunsAreNotOk) {
+    struct SCase {
+        std::vector<std::string> args;
+        std::string console, record, file;
+        int fail, warn, jobs, line;  // line 0: any positive line
+    } cases[] = {
+        {{"unknownjob", "//b"}, "Fail : Can't find registered function 'unknownjob'\n", "error", "vq_job",
+         1, 0, 0, 290},
+        {{"list", "examples/data", "*.nothing", "//b"}, "Warn : no file of examples/data matches *.nothing\n",
+         "warning", "vqk_run", 0, 1, 1, 0},
+    };
+    for (const SCase& c : cases) {
+        SCOPED_TRACE(c.args[0]);
+        SToolRun r = runAtRoot(c.args);
+        EXPECT_EQ(r.exitCode, 1);
+        EXPECT_NE(r.out.find(c.console), std::string::npos) << r.out;
+        PARSED_LOG(log, r.out);
+        EXPECT_EQ(log.num("/job_log/stat/@fail"), c.fail);
+        EXPECT_EQ(log.num("/job_log/stat/@warn"), c.warn);
+        EXPECT_EQ(log.num("/job_log/stat/@job"), c.jobs);
+        EXPECT_EQ(log.str("/job_log/job/@name"), c.args[0]);
+        EXPECT_EQ(log.num("/job_log/job/ret"), -1);
+        const std::string rec = "/job_log/job/info/" + c.record;
+        const std::string msg = c.console.substr(7, c.console.size() - 8);
+        EXPECT_EQ(log.str((rec + "/@msg").c_str()), msg);
+        EXPECT_EQ(log.str("/job_log/job/func/@func"), c.args[0]);
+        EXPECT_EQ(log.str("/job_log/job/func/Fail"), c.fail ? msg : "");
+        EXPECT_EQ(log.str((rec + "/@file").c_str()), c.file);
+        if (c.line)
+            EXPECT_EQ(log.num((rec + "/@line").c_str()), c.line);
+        else
+            EXPECT_GT(log.num((rec + "/@line").c_str()), 0);
+    }
 }
 
 TEST_F(ToolCli, StatElementCarriesEveryCounter) {
     SToolRun r = runAtRoot({"xml_summary", "examples/data/plate.xml", "//b"});
     EXPECT_EQ(r.exitCode, 0) << r.out;
-    CJobLog log(r.out);
-    ASSERT_TRUE(log.wellFormed()) << r.out;
+    PARSED_LOG(log, r.out);
     EXPECT_EQ(log.num("count(/job_log/*)"), 2) << "one job, then the totals";
     EXPECT_EQ(log.count("/job_log/*[1][self::job]"), 1);
     EXPECT_EQ(log.count("/job_log/*[2][self::stat]"), 1);
@@ -85,8 +126,7 @@ TEST_F(ToolCli, StatElementCarriesEveryCounter) {
 TEST_F(ToolCli, ArgumentsBecomeAttributes) {
     SToolRun r = runAtRoot({"list", "examples/data", "*.xml", "//b"});
     EXPECT_EQ(r.exitCode, 0) << r.out;
-    CJobLog log(r.out);
-    ASSERT_TRUE(log.wellFormed()) << r.out;
+    PARSED_LOG(log, r.out);
     // On the job: every argument after the name, by its index in the command line.
     EXPECT_EQ(log.str("/job_log/job/@arg2"), "examples/data");
     EXPECT_EQ(log.str("/job_log/job/@arg3"), "*.xml");
@@ -99,31 +139,22 @@ TEST_F(ToolCli, ArgumentsBecomeAttributes) {
     EXPECT_EQ(names, (std::vector<std::string>{"bracket.xml", "flange.xml", "plate.xml"}));
 }
 
-TEST_F(ToolCli, OptionsMayStandAnywhere) {
-    SToolRun before = runAtRoot({"//b", "xml_summary", "examples/data/plate.xml"});
-    SToolRun between = runAtRoot({"xml_summary", "/.B", "examples/data/plate.xml"});
-    for (const SToolRun* r : {&before, &between}) {
-        CJobLog log(r->out);
-        ASSERT_TRUE(log.wellFormed()) << r->out;
+// Options may stand anywhere; a switched-off redirection still takes its file name.
+TEST_F(ToolCli, OptionsAreNotJobArguments) {
+    const std::string never = m_dir + "/never.xml", neverErr = m_dir + "/never.txt";
+    for (const std::vector<std::string>& args :
+         {std::vector<std::string>{"//b", "xml_summary", "examples/data/plate.xml"},
+          {"xml_summary", "/.B", "examples/data/plate.xml"},
+          {"xml_summary", "//e-", neverErr, "examples/data/plate.xml", "//o-", never, "//b"}}) {
+        SToolRun r = runAtRoot(args);
+        EXPECT_EQ(r.exitCode, 0) << r.out;
+        PARSED_LOG(log, r.out);
         EXPECT_EQ(log.str("/job_log/job/@arg2"), "examples/data/plate.xml");
         EXPECT_EQ(log.count("/job_log/job/@arg3"), 0);
-        EXPECT_EQ(r->exitCode, 0);
+        EXPECT_EQ(log.count("/job_log/job/func/xml_summary"), 1);
     }
-}
-
-TEST_F(ToolCli, SwitchedOffRedirectionStillTakesItsFileName) {
-    const std::string never = m_dir + "/never.xml";
-    const std::string neverErr = m_dir + "/never.txt";
-    SToolRun r = runAtRoot(
-        {"xml_summary", "//e-", neverErr, "examples/data/plate.xml", "//o-", never, "//b"});
-    EXPECT_EQ(r.exitCode, 0) << r.out;
     EXPECT_FALSE(fileExists(never));
     EXPECT_FALSE(fileExists(neverErr));
-    CJobLog log(r.out);
-    ASSERT_TRUE(log.wellFormed()) << r.out;
-    EXPECT_EQ(log.str("/job_log/job/@arg2"), "examples/data/plate.xml");
-    EXPECT_EQ(log.count("/job_log/job/@arg3"), 0) << "the file names were not left to the job";
-    EXPECT_EQ(log.count("/job_log/job/func/xml_summary"), 1);
 }
 
 TEST_F(ToolCli, RedirectedOutputHoldsTheWholeDocument) {
@@ -134,56 +165,9 @@ TEST_F(ToolCli, RedirectedOutputHoldsTheWholeDocument) {
     EXPECT_EQ(r.out, "") << "the console gets nothing, not even the declaration";
     std::string text = readFile(outFile);
     EXPECT_EQ(text.rfind("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n", 0), 0u) << text;
-    CJobLog log(text);
-    ASSERT_TRUE(log.wellFormed()) << text;
+    PARSED_LOG(log, text);
     EXPECT_EQ(log.num("/job_log/stat/@fail"), 1);
     EXPECT_TRUE(fileExists(errFile));
-}
-
-TEST_F(ToolCli, OutputThatCannotBeOpenedEndsTheRun) {
-    const std::string bad = m_dir + "/no/such/folder/out.xml";
-    // //b after the failing option still spares the prompt; //e fails without one.
-    for (const std::vector<std::string>& args :
-         {std::vector<std::string>{"xml_summary", "//o", bad, "//b"},
-          {"//b", "xml_summary", "//e", bad},
-          {"xml_summary", "//e", bad}}) {
-        SToolRun r = runHere(args);
-        ASSERT_FALSE(r.timedOut) << args[1] << " " << args[2];
-        EXPECT_EQ(r.exitCode, 1);
-        EXPECT_NE(r.out.find("Fatal: can't open " + bad + "\n"), std::string::npos) << r.out;
-        EXPECT_EQ(r.out.find("<job_log"), std::string::npos);
-        EXPECT_EQ(r.out.find("Press any key"), std::string::npos);
-        EXPECT_FALSE(fileExists(bad));
-    }
-}
-
-TEST_F(ToolCli, FailedStdoutRedirectionPausesButStderrDoesNot) {
-    const std::string bad = m_dir + "/no/such/folder/out.xml";
-    bool typed = false;
-    SToolRun r = runToolOnTerminal({"xml_summary", "//o", bad}, m_dir, "Press any key", 'q', typed, 20);
-    EXPECT_TRUE(typed) << r.out;
-    EXPECT_EQ(r.exitCode, 1);
-    EXPECT_NE(r.out.find("Fatal: can't open"), std::string::npos);
-
-    // The same failure on stderr returns at once: no prompt to answer.
-    r = runToolOnTerminal({"xml_summary", "//e", bad}, m_dir, "Press any key", 'q', typed, 20);
-    EXPECT_FALSE(typed) << r.out;
-    EXPECT_FALSE(r.timedOut);
-    EXPECT_EQ(r.exitCode, 1);
-    EXPECT_NE(r.out.find("Fatal: can't open"), std::string::npos);
-}
-
-TEST_F(ToolCli, JobThatOnlyWarnsIsNotOk) {
-    SToolRun r = runAtRoot({"list", "examples/data", "*.nothing", "//b"});
-    EXPECT_EQ(r.exitCode, 1);
-    EXPECT_NE(r.out.find("Warn : no file of examples/data matches *.nothing\n"), std::string::npos);
-    CJobLog log(r.out);
-    ASSERT_TRUE(log.wellFormed()) << r.out;
-    EXPECT_EQ(log.num("/job_log/stat/@warn"), 1);
-    EXPECT_EQ(log.num("/job_log/stat/@fail"), 0);
-    EXPECT_EQ(log.num("/job_log/job/ret"), -1);
-    EXPECT_EQ(log.str("/job_log/job/info/warning/@file"), "vqk_run");
-    EXPECT_GT(log.num("/job_log/job/info/warning/@line"), 0);
 }
 
 } // namespace
