@@ -82,10 +82,6 @@ bool secondJob(int, char* const*, vq::SJobStat&) { g_seenArgs = {"second"}; retu
 bool throwsText(int, char* const*, vq::SJobStat&) { throw "bad"; }
 bool throwsInt(int, char* const*, vq::SJobStat&) { throw 7; }
 bool throwsStd(int, char* const*, vq::SJobStat&) { throw std::runtime_error("broken input"); }
-bool warnsOnly(int, char* const*, vq::SJobStat& stat) {
-    vq::logWarn(stat, "close to the limit", "job_runner_test", 77);
-    return true;
-}
 bool reportsAll(int, char* const*, vq::SJobStat& stat) {
     vq::logFail(stat, "f", "src", 1);
     vq::logWarn(stat, "w", "src", 2);
@@ -153,16 +149,6 @@ TEST_F(JobRunner, ExceptionsBecomeFailuresAndTheRunContinues) {
         EXPECT_NE(r.out.find(std::string("Fail : ") + c.message + "\n"), std::string::npos);
         EXPECT_EQ(log.count("/job_log/stat"), 1) << "the run went on to its totals";
     }
-}
-
-TEST_F(JobRunner, WarningOnlyJobFailsTheRun) {
-    vq::registerJob("warns", warnsOnly);
-    SRun r = runMain({"warns"});
-    EXPECT_FALSE(r.result) << "the function returned true, but it warned";
-    PARSED_LOG(log, r.out);
-    EXPECT_EQ(log.num("/job_log/job/ret"), -1);
-    EXPECT_EQ(log.str("/job_log/job/info/warning/@file"), "job_runner_test");
-    EXPECT_EQ(log.num("/job_log/job/info/warning/@line"), 77);
 }
 
 TEST_F(JobRunner, ReportingFamilyCountsPrintsAndRecords) {
