@@ -1,5 +1,7 @@
 // The pieces under the runner: registries, the collector chain, statistics, the
 // reporting family's fixed buffer, the application properties and the pause.
+#include "tool_process.h"
+
 #include "vqk/jobs/job.h"
 #include "vqk/platform/memory_info.h"
 #include "vqk/xml/xml_out.h"
@@ -66,11 +68,7 @@ TEST(JobInfo, CollectorsStackAndEmitTheirText) {
     }
     EXPECT_EQ(vq::sum, before);
     vq::xout.close();
-    std::rewind(f);
-    char buf[256] = {};
-    size_t n = std::fread(buf, 1, sizeof buf - 1, f);
-    std::fclose(f);
-    EXPECT_EQ(std::string(buf, n), "<info>\n<a/>\n<b/></info>\n");
+    EXPECT_EQ(readAndClose(f), "<info>\n<a/>\n<b/></info>\n");
 }
 
 std::string printed(const vq::SJobStat& s, bool withAlso) {
@@ -81,17 +79,8 @@ std::string printed(const vq::SJobStat& s, bool withAlso) {
     s.print(vq::xout, withAlso ? &also : nullptr);
     vq::xout.close();
     also.flush();
-    std::string out;
-    for (FILE* x : {f, g}) {
-        std::rewind(x);
-        char buf[512];
-        size_t n;
-        while ((n = std::fread(buf, 1, sizeof buf, x)) > 0)
-            out.append(buf, n);
-        out += '|';
-        std::fclose(x);
-    }
-    return out;
+    std::string out = readAndClose(f) + "|";
+    return out + readAndClose(g) + "|";
 }
 
 bool failingMemoryQuery(vq::platform::SMemoryInfo&) { return false; }
@@ -151,10 +140,7 @@ TEST(Reporting, RecordThatDoesNotFitIsDroppedButCounted) {
     vq::sum = saved;
     EXPECT_EQ(s.crash, 1);
     vq::xout.close();
-    std::rewind(f);
-    std::string out(8192, '\0');
-    out.resize(std::fread(&out[0], 1, out.size(), f));
-    std::fclose(f);
+    const std::string out = readAndClose(f);
     EXPECT_NE(out.find("Crash : no job\n"), std::string::npos);
     EXPECT_NE(out.find("Fail : " + std::string(2048 - 20, 'm') + "\n"), std::string::npos);
 }

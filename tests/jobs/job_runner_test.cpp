@@ -45,13 +45,7 @@ SRun runMain(CTestRunner& runner, std::vector<std::string> args) {
     SRun run;
     run.result = runner.main(int(args.size()), argv.data());
     vq::xout.close();
-    std::fflush(f);
-    std::rewind(f);
-    char buf[4096];
-    size_t n;
-    while ((n = std::fread(buf, 1, sizeof buf, f)) > 0)
-        run.out.append(buf, n);
-    std::fclose(f);
+    run.out = readAndClose(f);
     return run;
 }
 

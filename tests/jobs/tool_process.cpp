@@ -80,6 +80,17 @@ std::string readFile(const std::string& path) {
     return s.str();
 }
 
+std::string readAndClose(FILE* f) {
+    std::string out;
+    std::fflush(f);
+    std::rewind(f);
+    char buf[4096];
+    for (size_t n; (n = std::fread(buf, 1, sizeof buf, f)) > 0;)
+        out.append(buf, n);
+    std::fclose(f);
+    return out;
+}
+
 bool fileExists(const std::string& path) {
     struct stat st;
     return stat(path.c_str(), &st) == 0;

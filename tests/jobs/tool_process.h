@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,8 @@ std::string freshTempDir(const std::string& name);
 void writeFile(const std::string& path, const std::string& text);
 std::string readFile(const std::string& path);
 bool fileExists(const std::string& path);
+// Everything written to `f` (a temporary file); closes it.
+std::string readAndClose(FILE* f);
 
 // The folder of the tools' workflow logs (their TEMP), shared by all tool runs.
 std::string toolLogDir();
