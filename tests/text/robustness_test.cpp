@@ -32,27 +32,12 @@ std::string randomBytes(std::mt19937& rng, size_t maxLen) {
 
 // Valid UTF-8 of characters from every plane, without backslashes.
 std::string randomUtf8(std::mt19937& rng, size_t maxLen) {
-    std::uniform_int_distribution<size_t> len(0, maxLen);
-    std::uniform_int_distribution<int> plane(0, 3);
-    std::wstring w;
-    for (size_t i = len(rng); i > 0; --i) {
-        unsigned c;
-        switch (plane(rng)) {
-        case 0:
-            c = std::uniform_int_distribution<unsigned>(32, 126)(rng);
-            break;
-        case 1:
-            c = std::uniform_int_distribution<unsigned>(0x80, 0x7FF)(rng);
-            break;
-        case 2:
-            c = std::uniform_int_distribution<unsigned>(0x800, 0xD7FF)(rng);
-            break;
-        default:
-            c = std::uniform_int_distribution<unsigned>(0x10000, 0x10FFFF)(rng);
-        }
-        if (c == '\\')
-            c = '/';
-        w += wchar_t(c);
+    static const unsigned ranges[][2] = {{32, 126}, {0x80, 0x7FF}, {0x800, 0xD7FF}, {0x10000, 0x10FFFF}};
+    std::wstring w(std::uniform_int_distribution<size_t>(0, maxLen)(rng), L' ');
+    for (wchar_t& c : w) {
+        const unsigned* r = ranges[std::uniform_int_distribution<int>(0, 3)(rng)];
+        c = wchar_t(std::uniform_int_distribution<unsigned>(r[0], r[1])(rng));
+        c = c == L'\\' ? L'/' : c;
     }
     vq::CStr out;
     vq::wstrtoutf8(out, w.c_str());
@@ -84,7 +69,7 @@ TEST(Robustness, RandomBytesThroughEveryParser) {
         vq::replaceSubStr(in, "\\", "\\\\");
         vq::TVectorC<vq::CStr> parts;
         vq::splitStrByToken(parts, s, ";", round % 2 == 0);
-        std::string copy = bytes;
+        std::string copy = bytes; // pointers must stay in the caller's text
         vq::TVector<char*> tokens;
         vq::getStringToken(tokens, &copy[0], ",;");
         for (char* t : tokens)
@@ -118,8 +103,8 @@ TEST(Robustness, ValidTextSurvivesEveryRoundTrip) {
         int need = vq::utf8ToWide(text.c_str(), -1, nullptr, 0);
         std::unique_ptr<wchar_t[]> buf(new wchar_t[size_t(need)]);
         ASSERT_EQ(vq::utf8ToWide(text.c_str(), -1, buf.get(), need), need);
-        if (need > 1) { // (a size of 0 would be the length query itself)
-            ASSERT_EQ(vq::utf8ToWide(text.c_str(), -1, buf.get(), need - 1), 0); // one short
+        if (need > 1) { // one short fails (a size of 0 is the length query itself)
+            ASSERT_EQ(vq::utf8ToWide(text.c_str(), -1, buf.get(), need - 1), 0);
         }
     }
 }

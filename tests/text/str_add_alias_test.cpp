@@ -12,67 +12,38 @@
 using vq::CStr;
 using vq::CWStr;
 
-TEST(CTStrAdd, BuildingOneCharacterAtATimeKeepsTheDefinedResult) {
+TEST(CTStrAdd, AddFollowsTheTextAfterEveryOtherEdit) {
     CStr s;
     std::string expected;
     for (int i = 0; i < 3000; ++i) {
-        char c = char('a' + i % 26);
-        s.add() = c;
-        expected += c;
+        s.add() = char('a' + i % 26);
+        expected += char('a' + i % 26);
         ASSERT_EQ(s.array().size(), expected.size() + 1);
     }
     EXPECT_EQ(s, expected.c_str());
-    EXPECT_EQ(s.length(), 3000);
-
-    // An unfilled slot (left zero) ends the text: the next add() reuses it.
     CWStr w(L"ab");
-    w.add() = 0;
-    EXPECT_EQ(w.array().size(), 4u);
+    w.add() = 0; // an unfilled slot ends the text: the next add() reuses it
     w.add() = L'c';
     EXPECT_EQ(w, L"abc");
     EXPECT_EQ(w.array().size(), 4u);
-}
 
-TEST(CTStrAdd, AddCountsAgainAfterOtherMembersChangedTheText) {
-    // Each edit leaves the array's size as the last add() left it but moves the
-    // first zero; add() must follow length(), not its memory of the last call.
-    CStr s("abcd");
-    s.add() = 'e';
-    s[1] = 0;
-    s.add() = 'x';
-    EXPECT_EQ(s, "ax");
-    EXPECT_EQ(s.array().size(), 3u);
-
-    s = "abcd";
-    s.add() = 'e';
-    s.replace('c', 0);
-    s.add() = 'x';
-    EXPECT_EQ(s, "abx");
-
-    s = "abcd";
-    s.add() = 'e';
-    s.deleteSubStr(2, -1);
-    s.add() = 'x';
-    EXPECT_EQ(s, "abx");
-
-    s = "abcd";
-    s.add() = 'e';
-    s.reset("q\0rstu", vq::uint64(5)); // same size, a zero inside
-    s.add() = 'x';
-    EXPECT_EQ(s, "qx");
-
-    s = "abcd";
-    s.add() = 'e';
-    s.getBuffer(6)[0] = 0;
-    s.add() = 'x';
-    EXPECT_EQ(s, "x");
-
-    s = "abcd";
-    s.add() = 'e';
-    s.array()[2] = 0;
-    s.add() = 'x';
-    EXPECT_EQ(s, "abx");
-
+    // Each edit moves the first zero after an add(): add() must follow length().
+    using Edit = void (*)(CStr&);
+    const std::pair<Edit, const char*> edits[] = {
+        {[](CStr& t) { t[1] = 0; }, "ax"},
+        {[](CStr& t) { t.replace('c', 0); }, "abx"},
+        {[](CStr& t) { t.deleteSubStr(2, -1); }, "abx"},
+        {[](CStr& t) { t.reset("q\0rstu", vq::uint64(5)); }, "qx"}, // same size, a zero inside
+        {[](CStr& t) { t.getBuffer(6)[0] = 0; }, "x"},
+        {[](CStr& t) { t.array()[2] = 0; }, "abx"}};
+    for (auto& e : edits) {
+        SCOPED_TRACE(e.second);
+        s = "abcd";
+        s.add() = 'e';
+        e.first(s);
+        s.add() = 'x';
+        EXPECT_EQ(s, e.second);
+    }
     // Moving hands the text over; both strings go on adding where their text ends.
     CStr a;
     a.add() = 'x';
@@ -87,9 +58,9 @@ TEST(CTStrAdd, AddCountsAgainAfterOtherMembersChangedTheText) {
     EXPECT_EQ(a, "xy!?");
 }
 
-TEST(CTStrFormat, FormatAndArgumentsMayBeTheStringsOwnText) {
-    // Growing replaces the block the argument points into: it must still be readable
-    // while printing (the sanitizer build reports a read of a freed block).
+TEST(CTStrFormat, FormatArgumentsAndPiecesMayBeTheStringsOwnText) {
+    // Growing replaces the block an argument points into (the sanitizer build reports a
+    // read of a freed block); a block big enough must not be printed over an argument.
     CStr s("abc");
     s.cformat("%s-%s-%s-%s", s.str(), s.str(), s.str(), s.str());
     EXPECT_EQ(s, "abc-abc-abc-abc");
@@ -97,71 +68,56 @@ TEST(CTStrFormat, FormatAndArgumentsMayBeTheStringsOwnText) {
     s = big.c_str();
     s.cformat("<%s>", s.str());
     EXPECT_EQ(s, ("<" + big + ">").c_str());
-
-    // The block is big enough: the new text must not be printed over the argument
-    // it is still reading.
     s.reserve(100);
     s = "dir";
     s.cformat("%s/%s", s.str(), "name");
     EXPECT_EQ(s, "dir/name");
     s.cformat("<%s|%s>", s.str(), s.str());
     EXPECT_EQ(s, "<dir/name|dir/name>");
-
-    // The format itself taken from the string.
     s = "n=%i;%s";
-    s.cformat(s.str(), 5, "end");
+    s.cformat(s.str(), 5, "end"); // the format itself
     EXPECT_EQ(s, "n=5;end");
     CWStr w(L"%ls|%ls");
     w.cformat(w.str(), L"left", L"a longer right side than the format");
     EXPECT_EQ(w, L"left|a longer right side than the format");
-}
 
-TEST(CTStrFormat, PiecesMayBeTheStringsOwnText) {
-    CStr s("abc");
+    s = "abc";
     s.format(vq::CFormat("x"), vq::CFormat(s));
-    EXPECT_EQ(s, "xabc");
     s.format(vq::CFormat(s), vq::CFormat("-"), vq::CFormat(s));
     EXPECT_EQ(s, "xabc-xabc");
-    // Appending: the earlier pieces grow the block the later piece points into.
-    s = "tail";
+    s = "tail"; // appending: earlier pieces grow the block a later piece points into
     std::string pad(200, 'p');
     vq::sprintf_s(s, vq::CFormat(pad.c_str()), vq::CFormat(s), true);
     EXPECT_EQ(s, ("tail" + pad + "tail").c_str());
-    CWStr w(L"w");
+    w = L"w";
     w.format(vq::CFormat(7, 2), vq::CFormat(w));
     EXPECT_EQ(w, L"07w");
 }
 
 TEST(CTStrEdit, AnArrayFilledWithoutATerminatorIsEditedSafely) {
-    // The block holds exactly the three characters: nothing may be read or written
-    // past it.
+    // The block holds exactly the three characters: nothing may be read or written past it.
     char block[3];
     CStr s;
-    s.array().borrow(block, 3);
-    std::memcpy(s.getBuffer(3), "ab ", 3);
+    auto fill = [&](const char* three) {
+        s.array().borrow(block, 3);
+        std::memcpy(s.getBuffer(3), three, 3);
+    };
+    fill("ab ");
     EXPECT_EQ(s.length(), 3);
     s.trimEndSpaces();
     EXPECT_EQ(s, "ab");
-
-    s.array().borrow(block, 3);
-    std::memcpy(s.getBuffer(3), "  a", 3);
+    fill("  a");
     s.trimEndSpaces(false);
     EXPECT_EQ(s, "a");
-
-    s.array().borrow(block, 3);
-    std::memcpy(s.getBuffer(3), "abc", 3);
+    fill("abc");
     s.deleteSubStr(0, 0);
     EXPECT_EQ(s, "bc");
-
-    s.array().borrow(block, 3);
-    std::memcpy(s.getBuffer(3), "a-c", 3);
-    vq::TAc<char> dash;
-    dash.push_back('x');
-    s.deleteChars(dash);
+    fill("a-c");
+    vq::TAc<char> x;
+    x.push_back('x');
+    s.deleteChars(x);
     EXPECT_EQ(s, "a-c");
-
-    s.array().borrow(block, 3);
-    std::memcpy(s.getBuffer(3), "abc", 3);
+    fill("abc");
     EXPECT_EQ(s.uppercase(), "ABC");
     EXPECT_EQ(s.lowercase(), "abc");
     EXPECT_EQ(s.insertStr(1, "-"), 1);
