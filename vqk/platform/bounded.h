@@ -4,6 +4,12 @@
 // results, for C libraries that lack them. The library's own wrappers (vq::strcpy,
 // vq::sprintf, ... in vqk/text/bounded.h) call these; other code calls the wrappers.
 //
+// These are vqk's own on every system, Windows included: the Windows runtime's versions
+// report a bad argument through its invalid-parameter handler, which ends the process
+// unless the application installed a handler of its own, and a library must not change
+// that process-wide setting. Only the local-time conversion is the runtime's own on
+// Windows, after the arguments are checked here, since only the system knows the zone.
+//
 //   char name[8];
 //   int rc = vq::platform::strcpy_s(name, sizeof name, "too long a name");
 //   // rc == ERANGE, name == ""

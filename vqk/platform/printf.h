@@ -14,6 +14,15 @@
 namespace vq {
 namespace platform {
 
+// The runtime's conversion of a 64-bit unsigned integer for printf and scanf; no other
+// code spells it.
+constexpr const char* kUint64Conversion =
+#if defined(_WIN32)
+    "%I64u";
+#else
+    "%llu";
+#endif
+
 VQK_API int vscwprintf(const wchar_t* fmt, va_list args);
 VQK_API int vscprintf(const char* fmt, va_list args);
 

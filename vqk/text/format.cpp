@@ -1,5 +1,6 @@
 #include "vqk/text/format.h"
 
+#include "vqk/platform/printf.h"
 #include "vqk/text/convert.h"
 
 #include <cstdio>
@@ -37,8 +38,8 @@ const char* buildFormat(const char* head, int n, char conv) {
 
 } // namespace
 
-const char* formatPrintfID1() { return "%llu"; }
-const char* formatScanfID1() { return "%llu"; }
+const char* formatPrintfID1() { return platform::kUint64Conversion; }
+const char* formatScanfID1() { return platform::kUint64Conversion; }
 
 CFormat::CFormat(const char* s) : m_kind(eText) { m_value.p = s; }
 CFormat::CFormat(const CTStr<char>& s) : m_kind(eText) { m_value.p = s.str(); }

@@ -6,6 +6,7 @@
 // the process has started a thread (the OpenMP runtime does).
 #include "vqk/xml/xin.h"
 
+#include "vqk/platform/stream_byte.h"
 #include "vqk/text/format.h"
 
 #include <cctype>
@@ -22,11 +23,7 @@ const char* const apXinErrTagEnd = "XML error: invalid tag end";
 
 namespace {
 
-#if defined(_WIN32)
-inline int nextByte(FILE* f) { return _fgetc_nolock(f); }
-#else
-inline int nextByte(FILE* f) { return getc_unlocked(f); }
-#endif
+inline int nextByte(FILE* f) { return vq::platform::readByteUnlocked(f); }
 
 // Copies the stream's bytes to `p` until a '>' (not stored), the end of the stream or
 // `limit`; returns where it stopped, and in `stop` the '>' or EOF that stopped it (0 at

@@ -1,0 +1,37 @@
+// GetProcessMemoryInfo: the peak working set and the private bytes (commit charge).
+#include "vqk/platform/memory_info.h"
+
+#include <windows.h>
+#include <psapi.h>
+
+namespace vq {
+namespace platform {
+namespace {
+
+bool systemQuery(SMemoryInfo& info) {
+    PROCESS_MEMORY_COUNTERS_EX c{};
+    c.cb = sizeof c;
+    if (!GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&c),
+                              sizeof c))
+        return false;
+    info.peakResidentBytes = uint64(c.PeakWorkingSetSize);
+    info.privateBytes = uint64(c.PrivateUsage);
+    return true;
+}
+
+FMemoryInfoQuery g_query = nullptr;
+
+} // namespace
+
+bool queryMemoryInfo(SMemoryInfo& info) {
+    info = SMemoryInfo();
+    bool ok = g_query ? g_query(info) : systemQuery(info);
+    if (!ok)
+        info = SMemoryInfo();
+    return ok;
+}
+
+void setMemoryInfoQuery(FMemoryInfoQuery query) { g_query = query; }
+
+} // namespace platform
+} // namespace vq
