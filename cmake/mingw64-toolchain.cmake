@@ -22,8 +22,12 @@ find_program(VQK_WINE NAMES wine64 wine PATHS /usr/lib/wine NO_DEFAULT_PATH)
 if(NOT VQK_WINE)
   find_program(VQK_WINE NAMES wine64 wine)
 endif()
-if(VQK_WINE)
+get_filename_component(vqk_wine_dir "${VQK_WINE}" DIRECTORY)
+find_program(VQK_WINESERVER NAMES wineserver64 wineserver PATHS ${vqk_wine_dir} /usr/lib/wine
+  NO_DEFAULT_PATH)
+if(VQK_WINE AND VQK_WINESERVER)
   set(CMAKE_CROSSCOMPILING_EMULATOR
     ${CMAKE_COMMAND} -E env WINEPREFIX=${CMAKE_BINARY_DIR}/wine WINEDEBUG=-all
-    ${VQK_WINE})
+    VQK_WINE=${VQK_WINE} VQK_WINESERVER=${VQK_WINESERVER}
+    sh ${CMAKE_CURRENT_LIST_DIR}/wine_run.sh)
 endif()

@@ -1,7 +1,8 @@
 # Runs the examples' jobs list with vqk_run in batch mode, prints the job_log it writes
 # and checks the outcome the examples are built for.
+string(REPLACE "|" ";" emulator "${EMULATOR}")
 execute_process(
-  COMMAND ${TOOL} examples/jobs.xml //b
+  COMMAND ${emulator} ${TOOL} examples/jobs.xml //b
   WORKING_DIRECTORY ${SOURCE_DIR}
   RESULT_VARIABLE rc
   OUTPUT_VARIABLE out

@@ -1,25 +1,22 @@
 // The workflow log: record forms, levels, tags, the size restart, and child processes
 // that continue the parent's file and indentation. Child processes are this test
 // program itself, started with LOG_WORKFLOW_CHILD naming what the child writes.
+#include "run_self.h"
+
+#include "support/xml_referee.h"
 #include "vqk/diagnostics/log_workflow.h"
+#include "vqk/platform/environment.h"
 
 #include <gtest/gtest.h>
-#include <libxml/parser.h>
 
 #include <cstdio>
-#include <fcntl.h>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <regex>
-#include <spawn.h>
 #include <sstream>
 #include <string>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
-
-extern char** environ;
 
 namespace {
 
@@ -28,18 +25,13 @@ using vq::CLogWorkflow;
 const char* const kChildVar = "LOG_WORKFLOW_CHILD";
 const char* const kTime = R"(\d{4}\.\d\d\.\d\d \d\d:\d\d:\d\d)";
 
-std::string selfPath() {
-    char buf[4096];
-    ssize_t n = readlink("/proc/self/exe", buf, sizeof buf - 1);
-    return n > 0 ? std::string(buf, size_t(n)) : std::string();
-}
+std::string selfPath() { return vq::platform::executablePath(); }
 
 std::string testFolder() {
     const char* tmp = std::getenv("VQK_TEST_TMP");
-    std::string dir = tmp && *tmp ? tmp : VQK_BINARY_DIR "/test_tmp";
-    mkdir(dir.c_str(), 0755);
-    dir += "/log_workflow";
-    mkdir(dir.c_str(), 0755);
+    std::string dir = std::string(tmp && *tmp ? tmp : VQK_BINARY_DIR "/test_tmp") + "/log_workflow";
+    std::error_code ec;
+    std::filesystem::create_directories(dir, ec);
     return dir;
 }
 
@@ -52,8 +44,9 @@ std::vector<std::string> readLines(const std::string& file) {
 }
 
 long fileSize(const std::string& file) {
-    struct stat st;
-    return stat(file.c_str(), &st) == 0 ? long(st.st_size) : -1;
+    std::error_code ec;
+    auto n = std::filesystem::file_size(file, ec);
+    return ec ? -1 : long(n);
 }
 
 int leadingTabs(const std::string& line) {
@@ -89,22 +82,10 @@ bool matches(const std::string& line, const std::string& pattern) {
 
 // Runs this program as a child writing the records `mode` names; returns its pid.
 int runChild(const char* mode) {
-    setenv(kChildVar, mode, 1);
-    std::string exe = selfPath();
-    char* argv[] = {&exe[0], nullptr};
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-    pid_t pid = -1;
-    int rc = posix_spawn(&pid, exe.c_str(), &actions, nullptr, argv, environ);
-    posix_spawn_file_actions_destroy(&actions);
-    unsetenv(kChildVar);
-    if (rc != 0)
-        return -1;
-    int status = 0;
-    if (waitpid(pid, &status, 0) != pid || !WIFEXITED(status) || WEXITSTATUS(status) != 0)
-        return -1;
-    return int(pid);
+    vq::platform::setEnv(kChildVar, mode);
+    int pid = runSelf(selfPath());
+    vq::platform::setEnv(kChildVar, nullptr);
+    return pid;
 }
 
 // Started as the child of the tests below, the program writes what its parent asks
@@ -132,7 +113,7 @@ class LogWorkflow : public ::testing::Test {
 protected:
     void SetUp() override {
         m_dir = testFolder();
-        setenv("TEMP", m_dir.c_str(), 1);
+        vq::platform::setEnv("TEMP", m_dir.c_str());
         CLogWorkflow::setMinLevel(0);
         CLogWorkflow::setPrefix(::testing::UnitTest::GetInstance()->current_test_info()->name());
         m_file = CLogWorkflow::fileName().str();
@@ -173,7 +154,7 @@ TEST_F(LogWorkflow, MessagesAreCutAndLoseTheirDoubleQuotes) {
 
     std::vector<std::string> lines = readLines(m_file);
     ASSERT_EQ(4u, lines.size());
-    const int pid = getpid();
+    const int pid = vq::platform::processId();
     EXPECT_TRUE(matches(lines[1], shortMsg(pid, "say 'hi' 3 times"))) << lines[1];
     EXPECT_TRUE(matches(lines[2], shortMsg(pid, std::string(3999, 'a'))));
     EXPECT_TRUE(matches(lines[3], shortMsg(pid, std::string(3998, 'b'))));
@@ -197,7 +178,7 @@ TEST_F(LogWorkflow, RecordsBelowTheMinimumLevelAreDropped) {
 
 TEST_F(LogWorkflow, TagsNestAndIndentWhatIsWrittenInside) {
     const int depth = CLogWorkflow::indent();
-    const int pid = getpid();
+    const int pid = vq::platform::processId();
     {
         CLogWorkflow::CTag outer(5, "outer", "o \"q\"");
         EXPECT_EQ(depth + 1, CLogWorkflow::indent());
@@ -231,9 +212,7 @@ TEST_F(LogWorkflow, TagsNestAndIndentWhatIsWrittenInside) {
     for (const std::string& line : lines)
         doc += line + "\n";
     doc += "</log>";
-    xmlDocPtr parsed = xmlReadMemory(doc.data(), int(doc.size()), "log.xml", nullptr, XML_PARSE_NONET);
-    EXPECT_NE(nullptr, parsed);
-    xmlFreeDoc(parsed);
+    EXPECT_TRUE(parseXml(doc)) << doc;
 }
 
 TEST_F(LogWorkflow, AChildContinuesTheParentsFileAndIndentation) {
@@ -263,17 +242,13 @@ TEST_F(LogWorkflow, AChildContinuesTheParentsFileAndIndentation) {
 TEST_F(LogWorkflow, AChildWithoutAPrefixNamesTheLogAfterItsProgram) {
     const char* inherited = std::getenv("_ORV_LOGINDENT");
     const std::string savedIndent = inherited ? inherited : "";
-    unsetenv("_ORV_LOGPREFIX");
-    setenv("_ORV_LOGINDENT", "x3", 1);
-    const std::string exe = selfPath();
-    std::string program = exe.substr(exe.rfind('/') + 1);
+    vq::platform::setEnv("_ORV_LOGPREFIX", nullptr);
+    vq::platform::setEnv("_ORV_LOGINDENT", "x3");
+    std::string program = std::filesystem::path(selfPath()).stem().string();
     std::string own = m_dir + "/workflow." + program + ".xml";
     std::remove(own.c_str());
     int pid = runChild("two");
-    if (inherited)
-        setenv("_ORV_LOGINDENT", savedIndent.c_str(), 1);
-    else
-        unsetenv("_ORV_LOGINDENT");
+    vq::platform::setEnv("_ORV_LOGINDENT", inherited ? savedIndent.c_str() : nullptr);
     ASSERT_GT(pid, 0);
     std::vector<std::string> lines = readLines(own);
     ASSERT_EQ(2u, lines.size());

@@ -24,13 +24,14 @@ TEST(OutFileOpen, WritesAppendsAndTruncates) {
         f.print("%s=%i\n", "n", 3);
         EXPECT_EQ(f.writeBlock("xy\0z", 4), 4u);
     }
-    EXPECT_EQ(readFile(path), std::string("n=3\nxy\0z", 8));
+    // Text mode: a reader on Windows sees CR LF where the output wrote a line break.
+    EXPECT_EQ(xml_test::lfOnly(readFile(path)), std::string("n=3\nxy\0z", 8));
     {
         vq::COutFile f;
         ASSERT_TRUE(f.open(path.c_str(), true, false));
         f.print("%s", "more");
     }
-    EXPECT_EQ(readFile(path), std::string("n=3\nxy\0zmore", 12));
+    EXPECT_EQ(xml_test::lfOnly(readFile(path)), std::string("n=3\nxy\0zmore", 12));
     {
         vq::COutFile f;
         ASSERT_TRUE(f.open(path.c_str(), false, true));
@@ -87,7 +88,7 @@ TEST(OutFileStream, CallersStreamIsNeverClosed) {
         f.print("%u", 7u);
     }
     // Still usable after the output is gone.
-    EXPECT_EQ(std::fputs("!", tmp), 1);
+    EXPECT_GE(std::fputs("!", tmp), 0);
     std::rewind(tmp);
     char buf[8] = {};
     EXPECT_EQ(std::fread(buf, 1, sizeof buf, tmp), 2u);

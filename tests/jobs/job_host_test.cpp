@@ -11,7 +11,7 @@
 #include <chrono>
 #include <cstdio>
 #include <string>
-#include <unistd.h>
+#include "vqk/platform/console.h"
 
 namespace {
 
@@ -199,7 +199,7 @@ TEST(Pause, BatchModeNeverWaits) {
 }
 
 TEST(Pause, TimeLimitEndsAWaitWithoutKey) {
-    if (isatty(0))
+    if (vq::platform::stdinIsTerminal())
         GTEST_SKIP() << "standard input is a terminal: a key press would end the wait";
     CQuietJob job;
     const bool saved = vq::CJobInfo::s_batch;

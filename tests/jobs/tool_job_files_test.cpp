@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 namespace {
 
 using Strs = std::vector<std::string>;
@@ -48,10 +50,9 @@ TEST_F(ToolJobFiles, ExamplesJobsList) {
 }
 
 TEST_F(ToolJobFiles, EntriesGroupsAndMasks) {
-    ASSERT_EQ(std::system(("mkdir -p '" + m_dir + "/sub' && printf '<x/>' > '" + m_dir +
-                           "/sub/x2.xml' && printf '<x><y/></x>' > '" + m_dir + "/sub/x1.xml'")
-                              .c_str()),
-              0);
+    ASSERT_TRUE(std::filesystem::create_directories(m_dir + "/sub"));
+    writeFile(m_dir + "/sub/x2.xml", "<x/>");
+    writeFile(m_dir + "/sub/x1.xml", "<x><y/></x>");
     // Arguments stop at the first gap; the mask ignores letter case; listings are in name order.
     SToolRun r = runJobFile("one.xml", "<job name=\"list\" arg1=\".\" arg2=\"*.xml\" arg4=\"gap\"/>");
     EXPECT_EQ(r.exitCode, 0) << r.out;

@@ -39,6 +39,10 @@ std::string toolLogDir();
 SToolRun runTool(const std::vector<std::string>& args, const std::string& cwd,
                  int timeoutSeconds = 30);
 
+// Whether runToolOnTerminal can give the tool a terminal here (Windows has no
+// pseudo-terminal a test can type into).
+bool terminalRunsSupported();
+
 // Runs the tool with a pseudo-terminal as its standard input (in the terminal's default
 // mode, echo on); once its standard output shows `waitFor`, `key` is typed into the
 // terminal. keyTyped tells whether that happened.

@@ -3,30 +3,25 @@
 
 #include "vqk/diagnostics/log_workflow.h"
 #include "vqk/jobs/vq_exit.h"
+#include "vqk/platform/environment.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <cstdlib>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
 TEST(VqExit, LogsTheCodeAndExitsWithIt) {
     const std::string dir = freshTempDir("vq_exit");
     ASSERT_FALSE(dir.empty());
-    pid_t pid = fork();
-    ASSERT_GE(pid, 0);
-    if (pid == 0) {
-        setenv("TEMP", dir.c_str(), 1);
-        vq::CLogWorkflow::setPrefix("exit_test");
-        vq::exit(3);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(pid, &status, 0), pid);
-    ASSERT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), 3);
+    EXPECT_EXIT(
+        {
+            vq::platform::setEnv("TEMP", dir.c_str());
+            vq::CLogWorkflow::setPrefix("exit_test");
+            vq::exit(3);
+        },
+        ::testing::ExitedWithCode(3), "");
     const std::string log = readFile(dir + "/workflow.exit_test.xml");
     EXPECT_NE(log.find("msg=\"exit: abnormal termination with code 3\"/>"), std::string::npos) << log;
 }

@@ -12,7 +12,11 @@
 #include <string>
 #include <vector>
 
-// clang's ThreadSanitizer runtime brings its own operator new.
+// clang's ThreadSanitizer runtime brings its own operator new. A replacement in this
+// program does not reach a Windows DLL, whose allocations bind to the runtime's own.
+#if VQK_TARGET_WINDOWS
+#define VQK_NO_NEW_REPLACEMENT 1
+#endif
 #if defined(__has_feature)
 #if __has_feature(thread_sanitizer)
 #define VQK_NO_NEW_REPLACEMENT 1

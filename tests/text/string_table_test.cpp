@@ -1,3 +1,4 @@
+#include "vqk/platform/environment.h"
 #include "vqk/platform/module.h"
 #include "vqk/text/format.h"
 #include "vqk/text/runtime_critical.h"
@@ -10,19 +11,18 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <memory>
 #include <string>
-#include <sys/stat.h>
 
 namespace {
 
 // A fresh folder under the test area holding the given files ("" removes one).
 std::string tableFolder(const char* name, std::initializer_list<std::pair<const char*, std::string>> files) {
     const char* base = std::getenv("VQK_TEST_TMP");
-    std::string dir = base && *base ? base : "/tmp";
-    ::mkdir(dir.c_str(), 0755);
-    dir += std::string("/") + name;
-    ::mkdir(dir.c_str(), 0755);
+    std::string dir = std::string(base && *base ? base : VQK_BINARY_DIR "/test_tmp") + "/" + name;
+    std::error_code ec;
+    std::filesystem::create_directories(dir, ec);
     for (auto& f : files) {
         std::string path = dir + "/" + f.first;
         std::remove(path.c_str());
@@ -90,7 +90,7 @@ TEST_F(StringTableFolder, DefaultTableAndUnknownIds) {
     EXPECT_EQ(vq::stringTableFileName(3), nullptr);
     std::string dir = vq::platform::libraryFolder(); // the build copies the table there
     ASSERT_FALSE(dir.empty());
-    EXPECT_EQ(dir.back(), '/');
+    EXPECT_EQ(dir.back(), VQK_TARGET_WINDOWS ? '\\' : '/');
     FILE* f = std::fopen((dir + "orv_string.csv").c_str(), "rb");
     EXPECT_NE(f, nullptr) << dir;
     if (f)
@@ -131,9 +131,9 @@ TEST_F(StringTableFolder, MissingFileFallsBackToEnvironmentThenLibraryFolder) {
     std::string app = tableFolder("string_table_empty", {{"orv_string.csv", ""}});
     std::string env = tableFolder("string_table_env", {{"orv_string.csv", "62407;env\n"}});
     vq::setStringTableFolder(app.c_str());
-    ::setenv(VQK_STRING_DIR_ENV, env.c_str(), 1);
+    vq::platform::setEnv(VQK_STRING_DIR_ENV, env.c_str());
     EXPECT_STREQ(vq::stringTableText(62407, 0), "env");
-    ::unsetenv(VQK_STRING_DIR_ENV);
+    vq::platform::setEnv(VQK_STRING_DIR_ENV, nullptr);
     vq::setStringTableFolder(app.c_str());
     EXPECT_STREQ(vq::stringTableText(62407, 0), "True");
 }

@@ -110,8 +110,7 @@ TEST(Cleaners, LabelsFileNamesAndAscii) {
 
 TEST(DateText, StampsOfTheCurrentLocalTime) {
     std::time_t now = std::time(nullptr);
-    std::tm t{};
-    localtime_r(&now, &t);
+    std::tm t = *std::localtime(&now);
     char expect[32];
     std::strftime(expect, sizeof expect, "%d.%m.%Y", &t);
     CStr day("stale");

@@ -130,7 +130,7 @@ void readBack(CXmlIn& in, CXmlElemIn* parent, const Node& n) {
 } // namespace
 
 TEST(XmlInRoundTrip, GeneratedTreesReadBackElementByElement) {
-    std::string path = xml_test::scratchFolder() + "/xml_in_roundtrip_" + std::to_string(getpid()) + ".xml";
+    std::string path = xml_test::scratchFolder() + "/xml_in_roundtrip_" + std::to_string(vq::platform::processId()) + ".xml";
     TreeMaker maker(5);
     for (int doc = 0; doc < 40; ++doc) {
         std::unique_ptr<Node> root = maker.make(0);
@@ -152,7 +152,7 @@ TEST(XmlInRoundTrip, GeneratedTreesReadBackElementByElement) {
 }
 
 TEST(XmlInRoundTrip, CommentsTextElementsAndLoweredNamesReadBack) {
-    std::string path = xml_test::scratchFolder() + "/xml_in_roundtrip_names_" + std::to_string(getpid()) + ".xml";
+    std::string path = xml_test::scratchFolder() + "/xml_in_roundtrip_names_" + std::to_string(vq::platform::processId()) + ".xml";
     {
         CXmlOut out;
         ASSERT_TRUE(out.open(path.c_str(), false, false));

@@ -74,11 +74,8 @@ TEST(XmlInOpen, StoresThePathAndReopensCleanly) {
 
 TEST(XmlInOpen, WidePathsAreUtf8OnDisk) {
     std::string dir = xml_test::scratchFolder();
-    std::string narrow = dir + "/xml_in_\xC3\xA9t\xC3\xA9_" + std::to_string(getpid()) + ".xml";
-    std::FILE* f = std::fopen(narrow.c_str(), "w");
-    ASSERT_NE(f, nullptr);
-    std::fputs("<r/>", f);
-    std::fclose(f);
+    std::string narrow = dir + "/xml_in_\xC3\xA9t\xC3\xA9_" + std::to_string(vq::platform::processId()) + ".xml";
+    ASSERT_TRUE(xml_test::writeFile(narrow, "<r/>"));
     vq::CWStr wide(narrow.c_str());
     {
         CXmlIn in(wide.str());
@@ -86,7 +83,8 @@ TEST(XmlInOpen, WidePathsAreUtf8OnDisk) {
         EXPECT_EQ(std::wcscmp(in.filePath(), wide.str()), 0);
         in.read("r");
     }
-    std::remove(narrow.c_str());
+    std::error_code ec;
+    std::filesystem::remove(std::filesystem::u8path(narrow), ec);
 }
 
 TEST(XmlInOpen, APathOf260CharactersOrMoreIsOpenedButNotStored) {

@@ -1,20 +1,20 @@
 // Helpers shared by the XML tests: a writer whose bytes can be read back, documents in
-// scratch files, libxml2 as an independent judge, and the reader's thrown messages.
+// scratch files and the reader's thrown messages.
 #pragma once
 
+#include "vqk/platform/environment.h"
 #include "vqk/xml/xml_in.h"
 #include "vqk/xml/xml_out.h"
 
 #include <gtest/gtest.h>
-#include <libxml/parser.h>
-#include <libxml/tree.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <memory>
 #include <string>
-#include <unistd.h>
 
 namespace xml_test {
 
@@ -44,48 +44,33 @@ public:
     vq::CXmlOut out;
 };
 
-struct SDocFree {
-    void operator()(xmlDoc* d) const { xmlFreeDoc(d); }
-};
-using DocPtr = std::unique_ptr<xmlDoc, SDocFree>;
-
-// Parses with libxml2; null when the text is not well-formed XML.
-inline DocPtr parseXml(const std::string& s) {
-    return DocPtr(xmlReadMemory(s.data(), int(s.size()), "mem.xml", nullptr,
-                                XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
-}
-
-// The value of attribute `name` of `node` as libxml2 reads it.
-inline std::string propOf(xmlNode* node, const char* name) {
-    xmlChar* v = xmlGetProp(node, reinterpret_cast<const xmlChar*>(name));
-    std::string s = v ? reinterpret_cast<const char*>(v) : "<missing>";
-    xmlFree(v);
-    return s;
-}
-
+// Paths are UTF-8, which Windows' narrow file functions would misread.
 inline std::string readFile(const std::string& path) {
-    std::string s;
-    if (FILE* f = std::fopen(path.c_str(), "rb")) {
-        char buf[4096];
-        for (size_t n; (n = std::fread(buf, 1, sizeof buf, f)) > 0;)
-            s.append(buf, n);
-        std::fclose(f);
-    }
-    return s;
+    std::ifstream f(std::filesystem::u8path(path), std::ios::binary);
+    std::ostringstream s;
+    s << f.rdbuf();
+    return s.str();
 }
 
 inline bool writeFile(const std::string& path, const std::string& bytes) {
-    FILE* f = std::fopen(path.c_str(), "wb");
-    if (!f)
-        return false;
-    std::fwrite(bytes.data(), 1, bytes.size(), f);
-    std::fclose(f);
-    return true;
+    std::ofstream f(std::filesystem::u8path(path), std::ios::binary);
+    f << bytes;
+    return bool(f);
+}
+
+// The text with every CR LF as LF: what a text-mode reader sees on either system.
+inline std::string lfOnly(std::string s) {
+    size_t w = 0;
+    for (size_t r = 0; r < s.size(); ++r)
+        if (!(s[r] == '\r' && r + 1 < s.size() && s[r + 1] == '\n'))
+            s[w++] = s[r];
+    s.resize(w);
+    return s;
 }
 
 inline std::filesystem::path testRoot() {
     const char* root = std::getenv("VQK_TEST_TMP");
-    return std::filesystem::path(root && *root ? root : "/tmp");
+    return std::filesystem::path(root && *root ? root : VQK_BINARY_DIR "/test_tmp");
 }
 
 // A fresh folder for one test's files. Tests run in parallel processes, so the folder
@@ -115,7 +100,7 @@ class ScratchXml {
 public:
     explicit ScratchXml(const std::string& content) {
         static int counter = 0;
-        m_path = scratchFolder() + "/xml_in_" + std::to_string(getpid()) + "_" + std::to_string(++counter) + ".xml";
+        m_path = scratchFolder() + "/xml_in_" + std::to_string(vq::platform::processId()) + "_" + std::to_string(++counter) + ".xml";
         EXPECT_TRUE(writeFile(m_path, content)) << m_path;
     }
     ~ScratchXml() { std::remove(m_path.c_str()); }
