@@ -155,26 +155,6 @@ TEST(XmlInBadInput, EndTagsAndExpectedNamesAreChecked) {
     EXPECT_EQ(thrownText([&] { in.readEnd(nullptr); }), kEof);
 }
 
-TEST(XmlInBadInput, AttributesBeyondTheFirstTagBufferAreReadWhole) {
-    std::string value(5000, 'x');
-    value += "&amp;end";
-    std::string doc = "<r";
-    for (int k = 0; k < 100; ++k)
-        doc += " a" + std::to_string(k) + "=\"" + std::to_string(k * 7) + "\"";
-    doc += " long=\"" + value + "\"></r>";
-    ScratchXml f(doc);
-    CXmlIn in(f.c_str());
-    in.read("r");
-    ASSERT_EQ(in.nAttr(), 101);
-    EXPECT_EQ(in.attrInt("a99", 0), 693);
-    EXPECT_EQ(std::string(in.attrStr("long", "")), std::string(5000, 'x') + "&end");
-    in.readEnd("r");
-    // The same document cut inside the long value.
-    ScratchXml cut(doc.substr(0, doc.size() - 2000));
-    CXmlIn in2(cut.c_str());
-    EXPECT_EQ(thrownText([&] { in2.read(); }), kTag);
-}
-
 TEST(XmlInBadInput, EveryTruncationEndsInAMessage) {
     std::string d = sampleDocument();
     ASSERT_EQ(walkResults(d), std::vector<std::string>(3, ""));

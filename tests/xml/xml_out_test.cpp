@@ -311,37 +311,6 @@ TEST(XmlOutLayout, NamesLongerThanAnyBufferKeepTheirPlace) {
                              cdata + "x]]></s>\n</r>\n");
 }
 
-// Records the formats the raw output receives and prints them itself, opening no body.
-class CXmlOutFormats : public vq::CXmlOut {
-public:
-    using vq::CXmlOut::CXmlOut;
-    void operator()(const char* format, ...) override {
-        formats.push_back(format);
-        print("%s", format);
-    }
-    std::vector<std::string> formats;
-};
-
-TEST(XmlOutLayout, CommentsGoThroughTheVirtualRawOutput) {
-    FILE* tmp = std::tmpfile();
-    ASSERT_TRUE(tmp);
-    {
-        CXmlOutFormats out(tmp, nullptr);
-        out.setIndent("  ");
-        vq::CXmlOutElem r(out, "r");
-        vq::CXmlOutElem a(out, "a");
-        out.attrInt("k", 1);
-        out.comment("c");
-        EXPECT_EQ(out.formats, std::vector<std::string>{"<!-- %s -->\n"});
-    }
-    std::rewind(tmp);
-    char buf[128] = {};
-    std::fread(buf, 1, sizeof buf - 1, tmp);
-    std::fclose(tmp);
-    // The override opened no body, so a still closes as an element with attributes.
-    EXPECT_STREQ(buf, "<r>\n  <a k=\"1\"  <!-- %s -->\n/>\n</r>\n");
-}
-
 class XmlOutInsert : public ::testing::Test {
 protected:
     std::string put(const char* name, const std::string& bytes) {
@@ -368,23 +337,6 @@ TEST_F(XmlOutInsert, SkipsPrologJoinsCrLfAndKeepsPercentSigns) {
     CCapture w;
     EXPECT_TRUE(w.out.insertXml((wpath + L"/pct\u00e9.xml").c_str()));
     EXPECT_EQ(w.bytes(), "<p>50% of 100% %s</p>");
-}
-
-TEST_F(XmlOutInsert, ContentReachesTheRawOutputAsItsFormat) {
-    std::string path = put("fmt.xml", "<?xml version=\"1.0\"?>\r\n<p a=\"5%\">100%% %d</p>\r\n");
-    FILE* tmp = std::tmpfile();
-    ASSERT_TRUE(tmp);
-    {
-        CXmlOutFormats out(tmp, nullptr);
-        EXPECT_TRUE(out.insertXml(path.c_str()));
-        ASSERT_EQ(out.formats.size(), 1u);
-        // Printed without arguments, the format gives back the file's own bytes.
-        EXPECT_EQ(out.formats[0], "<p a=\"5%%\">100%% %%d</p>\n");
-        char printed[64];
-        std::snprintf(printed, sizeof printed, out.formats[0].c_str());
-        EXPECT_STREQ(printed, "<p a=\"5%\">100% %d</p>\n");
-    }
-    std::fclose(tmp);
 }
 
 TEST_F(XmlOutInsert, FilesWithoutAnElementAreRefused) {
