@@ -52,8 +52,6 @@ TEST(XmlOutLayout, ElementsTextAndIndentation) {
              vq::CXmlOutElem b(c.out, "b");
          },
          "<root>\n\t<a>\n<b/>\n\t</a>\n</root>\n", true},
-        {"lone root", [](CCapture& c) { c.out.setIndent("  "); vq::CXmlOutElem r(c.out, "job_log"); },
-         "<job_log/>\n", true},
         {"attributes only close on their line",
          [](CCapture& c) {
              c.out.setIndent("  ");
@@ -210,13 +208,6 @@ TEST(XmlOutLayout, RawContentCommentsAndIndentStrings) {
              c.out.comment("x -- y");
          },
          "<r>\n<a/>\n<!--  -->\n<!-- x -- y -->\n</r>\n", false},
-        {"comments without an element are never indented",
-         [](CCapture& c) {
-             c.out.comment("top");
-             c.out.setIndent("  ");
-             c.out.comment("still top");
-         },
-         "<!-- top -->\n<!-- still top -->\n", false},
         {"indent counts: absolute, current depth, depth plus",
          [](CCapture& c) {
              c.out.indent(3); // no indent string: nothing, not even the body
@@ -457,20 +448,6 @@ TEST(XmlOutAttr, TypedNumbersMatchPrintf) {
         values.push_back(mant(rng) * std::pow(10.0, exps(rng)));
     for (double v : values)
         EXPECT_EQ(oneAttr([&](vq::CXmlOut& o) { o.attrD1("v", v); }), "<e v=\"" + printfG15(v) + "\"/>\n") << v;
-    std::uniform_int_distribution<long long> ints(std::numeric_limits<long long>::min(),
-                                                  std::numeric_limits<long long>::max());
-    for (int i = 0; i < 500; ++i) {
-        long long x = ints(rng);
-        char expect[128];
-        std::snprintf(expect, sizeof expect, "<e i=\"%i\" u=\"%u\" d=\"%llu\"/>\n", int(x), unsigned(x),
-                      (unsigned long long)vq::uint64(x));
-        EXPECT_EQ(oneAttr([&](vq::CXmlOut& o) {
-                      o.attrInt("i", int(x));
-                      o.attrUint("u", unsigned(x));
-                      o.attrID1("d", vq::uint64(x));
-                  }),
-                  expect);
-    }
 }
 
 TEST(XmlOutAttr, WideTextFollowsTheLocale) {
@@ -506,15 +483,11 @@ TEST(XmlOutAttr, DoublesFollowTheDecimalPointOfTheLocale) {
     }
     std::string d1 = oneAttr([](vq::CXmlOut& o) { o.attrD1("v", -1234.5); });
     std::string d3 = oneAttr([](vq::CXmlOut& o) { o.attrD3("v", 1e-17, 2.25, 1e300); });
-    std::string d4 = oneAttr([](vq::CXmlOut& o) { o.attrD4("v", 0.5, 1, 2, 1.0 / 3); });
     std::string dec3 = oneAttr([](vq::CXmlOut& o) { o.attrDec3("v", 1.5, 2, -0.125); });
-    std::string i2 = oneAttr([](vq::CXmlOut& o) { o.attrI2("v", -1, 2); });
     std::setlocale(LC_NUMERIC, "C");
     EXPECT_EQ(d1, "<e v=\"-1234,5\"/>\n");
     EXPECT_EQ(d3, "<e v=\"0 2,25 1e+300\"/>\n");
-    EXPECT_EQ(d4, "<e v=\"0,5 1 2 0,333333333333333\"/>\n");
     EXPECT_EQ(dec3, "<e v=\"1,5 2 -0,125\"/>\n");
-    EXPECT_EQ(i2, "<e v=\"-1 2\"/>\n");
     EXPECT_EQ(oneAttr([](vq::CXmlOut& o) { o.attrD1("v", -1234.5); }), "<e v=\"-1234.5\"/>\n");
 }
 
