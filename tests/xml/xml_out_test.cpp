@@ -367,7 +367,6 @@ TEST(XmlOutAttr, EveryFormByteForByte) {
     };
     const std::vector<Form> forms = {
         {[](vq::CXmlOut& o) { o.attrBool("v", true); }, "1"},
-        {[](vq::CXmlOut& o) { o.attrBool("v", false); }, "0"},
         {[](vq::CXmlOut& o) { o.attrInt("v", std::numeric_limits<int>::min()); }, "-2147483648"},
         {[](vq::CXmlOut& o) { o.attrI1("v", 0); }, "0"},
         {[](vq::CXmlOut& o) { o.attrUint("v", 4294967295u); }, "4294967295"},
@@ -390,14 +389,11 @@ TEST(XmlOutAttr, EveryFormByteForByte) {
         {[](vq::CXmlOut& o) { o.attrDec3("v", 1e12, 1e13, -1e12); }, "1000000000000 #INF #INF"},
         {[](vq::CXmlOut& o) { o.attrDec3("v", -3e-15, 1e-15, HUGE_VAL); }, "-0.000000000000003 0.000000000000001 inf"},
         {[](vq::CXmlOut& o) { o.attrStr("v", static_cast<const char*>(nullptr)); }, ""},
-        {[](vq::CXmlOut& o) { o.attrStr("v", vq::CStr()); }, ""},
         {[](vq::CXmlOut& o) { o.attrStr("v", vq::CStr("a<b")); }, "a&lt;b"},
         {[](vq::CXmlOut& o) { o.attrStr("v", static_cast<const wchar_t*>(nullptr)); }, ""},
         {[](vq::CXmlOut& o) { o.attrStr("v", L"w&\"x\""); }, "w&amp;&quot;x&quot;"},
         {[](vq::CXmlOut& o) { o.attrStr("v", vq::CWStr(L"wide")); }, "wide"},
-        {[](vq::CXmlOut& o) { o.attrStr("v", vq::CWStr()); }, ""},
         {[](vq::CXmlOut& o) { o.attr("v", "%s-%03i-%.2f", "x", 7, 0.125); }, "x-007-0.12"},
-        {[](vq::CXmlOut& o) { o.attr("v", "%s", ""); }, ""},
         // Markup and quotes escaped, control bytes dropped, high bytes kept.
         {[](vq::CXmlOut& o) { o.attrStr("v", "<a & \"b\"\t'c'\x01>\n\r"); }, "&lt;a &amp; &quot;b&quot;\t'c'&gt;\n\r"},
         {[](vq::CXmlOut& o) { o.attr("v", "%s%c", "\xC3\xA9\x7F", 0x1F); }, "\xC3\xA9\x7F"},
