@@ -103,21 +103,17 @@ TEST(XmlOutFile, EveryOperationReachesTheStreamBeforeItReturns) {
 
 TEST(XmlOutFile, DestructorLeavesAWholeDocument) {
     std::string path = xml_test::tempDir("dtor") + "/d.xml";
+    auto* out = new vq::CXmlOut;
+    ASSERT_TRUE(out->open(path.c_str(), false, false));
     {
-        auto* out = new vq::CXmlOut;
-        ASSERT_TRUE(out->open(path.c_str(), false, false));
-        {
-            vq::CXmlOutElem r(*out, "r");
-            for (int i = 0; i < 5000; ++i) { // more than one stream buffer
-                vq::CXmlOutElem e(*out, "e");
-                out->attrInt("i", i);
-            }
+        vq::CXmlOutElem r(*out, "r");
+        for (int i = 0; i < 5000; ++i) { // more than one stream buffer
+            vq::CXmlOutElem e(*out, "e");
+            out->attrInt("i", i);
         }
-        delete out;
     }
-    std::string got = readFile(path);
-    EXPECT_EQ(got.substr(got.size() - 19), "<e i=\"4999\"/>\n</r>\n");
-    auto doc = parseXml(got);
+    delete out;
+    auto doc = parseXml(readFile(path));
     ASSERT_TRUE(doc);
     EXPECT_EQ(xmlChildElementCount(xmlDocGetRootElement(doc.get())), 5000u);
 }
