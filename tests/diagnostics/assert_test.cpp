@@ -2,6 +2,7 @@
 // goes, the first-out rule across processes, and the call stack of a level-5 record.
 // Behaviour that depends on a fresh process runs in a child (this program again).
 #include "vqk/diagnostics/assert.h"
+#include "vqk/platform/environment.h"
 
 #include "self_child.h"
 
@@ -40,7 +41,7 @@ protected:
         m_dir = freshFolder(::testing::UnitTest::GetInstance()->current_test_info()->name());
         ASSERT_FALSE(m_dir.empty());
         m_log = m_dir + "/asserts.log";
-        unsetenv("_ORV_ASSERTS_FIRST_OUT");
+        vq::platform::setEnv("_ORV_ASSERTS_FIRST_OUT", nullptr);
         CAssert::setFirstOut(true);
         CAssert::setLogName(m_log.c_str());
         CAssert::setMode(vq::eAssertLog);
@@ -92,7 +93,7 @@ TEST_F(Assert, OtherModesAndRecordsFollowTheMode) {
     EXPECT_EQ(readText(m_log), "<free/>\n<model name=\"part.prt\"/>\n");
 
     SChildEnd end = runSelf("assert-break", {});
-    EXPECT_EQ(end.signal, SIGTRAP);
+    EXPECT_EQ(end.signal, kTrapSignal);
 }
 
 TEST_F(Assert, FirstProcessEmptiesTheLogAndLaterOnesAppend) {

@@ -7,6 +7,10 @@
 #include <utility>
 #include <vector>
 
+// SIGTRAP, the debugger trap's signal, which Windows' headers do not name; a child
+// ended there by a breakpoint exception reports it too.
+constexpr int kTrapSignal = 5;
+
 // The environment variable naming the child's role.
 extern const char* const kSelfChildRole;
 
