@@ -40,6 +40,7 @@
 #include "vqk/xml/xml_in.h"
 
 // -- diagnostics
+#include "vqk/diagnostics/assert.h"
 #include "vqk/diagnostics/log_workflow.h"
 
 // -- jobs
