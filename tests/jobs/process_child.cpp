@@ -31,6 +31,14 @@ int beat(const char* file, int seconds) {
     return 0;
 }
 
+bool hasBeat(const char* file) {
+    FILE* f = std::fopen(file, "rb");
+    bool beat = f && std::fgetc(f) != EOF;
+    if (f)
+        std::fclose(f);
+    return beat;
+}
+
 int playChild(int argc, char** argv) {
     std::string act = argc > 0 ? argv[0] : "";
     const char* a1 = argc > 1 ? argv[1] : "";
@@ -59,6 +67,9 @@ int playChild(int argc, char** argv) {
                                              : "job-free-beat \"" + std::string(a1) + "\"";
         if (vq::startProcess(childCommand(next).c_str(), false, -1, true, 0) != 0)
             return 3;
+        // The owner ends only once the heart beats, however slowly children start.
+        for (int i = 0; i < 1000 && !hasBeat(a1); ++i)
+            sleepMs(20);
         sleepMs(std::atol(a2));
         return 0;
     }

@@ -6,8 +6,9 @@
 //   crash                           aborts
 //   args <file> ...                 writes its arguments to <file>, one a line
 //   beat <file> <seconds>           appends a byte to <file> every 50 ms, for at most <seconds>
-//   job-beat <file> <ms>            starts "beat <file> 20" as a job, sleeps <ms>, exits
-//   job-grandchild-beat <file> <ms> starts "job-free-beat" as a job, sleeps <ms>, exits
+//   job-beat <file> <ms>            starts "beat <file> 20" as a job, waits for the first
+//                                   beat, sleeps <ms>, exits
+//   job-grandchild-beat <file> <ms> the same with "job-free-beat <file>" as the job
 //   job-free-beat <file>            starts "beat <file> 20" outside any job, sleeps 20 s
 #pragma once
 

@@ -126,11 +126,12 @@ TEST_F(ProcessTest, JobChildrenDieWithTheirOwner) {
     struct {
         const char* act;
         int timeoutSec;  // the owner is killed after it, or ends on its own first
-    } cases[] = {{"job-beat", 1}, {"job-beat", -1}, {"job-grandchild-beat", -1}};
+        const char* ownerSleepMs;
+    } cases[] = {{"job-beat", 4, "60000"}, {"job-beat", -1, "0"}, {"job-grandchild-beat", -1, "0"}};
     int i = 0;
     for (const auto& c : cases) {
         std::string beats = m_dir + "/beats" + std::to_string(i++);
-        std::string cmd = childCommand(std::string(c.act) + " \"" + beats + "\" 1500");
+        std::string cmd = childCommand(std::string(c.act) + " \"" + beats + "\" " + c.ownerSleepMs);
         vq::startProcess(cmd.c_str(), true, c.timeoutSec, true, 0);
         std::this_thread::sleep_for(std::chrono::milliseconds(400));
         size_t after = readFile(beats).size();
