@@ -24,6 +24,19 @@
 #include "vqk/text/vector.h"
 #include "vqk/text/vector_c.h"
 
+// -- options: data units
+#include "vqk/options/du_array.h"
+#include "vqk/options/du_base.h"
+#include "vqk/options/du_bool.h"
+#include "vqk/options/du_enum.h"
+#include "vqk/options/du_list.h"
+#include "vqk/options/du_look.h"
+#include "vqk/options/du_number.h"
+#include "vqk/options/du_string_id.h"
+#include "vqk/options/du_text.h"
+#include "vqk/options/du_time.h"
+#include "vqk/options/du_triple.h"
+
 // -- files: paths
 #include "vqk/files/file_path.h"
 
