@@ -16,6 +16,7 @@
 #include "vqk/text/string_csv.h"
 #include "vqk/text/string_table.h"
 #include "vqk/text/text_utils.h"
+#include "vqk/text/small_tuple.h"
 #include "vqk/text/utf8.h"
 #include "vqk/text/vector.h"
 
@@ -45,3 +46,10 @@
 #include "vqk/jobs/job_stat.h"
 #include "vqk/jobs/regression_test.h"
 #include "vqk/jobs/vq_exit.h"
+
+// -- spreadsheet
+#include "vqk/spreadsheet/excel_cell.h"
+#include "vqk/spreadsheet/excel_doc.h"
+#include "vqk/spreadsheet/excel_row.h"
+#include "vqk/spreadsheet/excel_sheet.h"
+#include "vqk/spreadsheet/excel_style.h"
