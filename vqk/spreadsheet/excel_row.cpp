@@ -1,5 +1,6 @@
 #include "vqk/spreadsheet/excel_row.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace vq_excel {
@@ -7,8 +8,10 @@ namespace vq_excel {
 void SRow::grow(int n) {
     if (n < 0 || n > kMaxColumns)
         throw std::out_of_range("spreadsheet column out of range");
-    if (n > int(m_cells.capacity()))
-        m_cells.reserve(size_t(n));
+    // A row given its width at once gets exactly that; one grown cell by cell doubles.
+    size_t room = m_cells.capacity();
+    if (size_t(n) > room)
+        m_cells.reserve(size_t(n) == m_cells.size() + 1 ? std::max<size_t>(4, 2 * room) : size_t(n));
     while (int(m_cells.size()) < n)
         m_cells.emplace_back(this, int(m_cells.size()));
 }
