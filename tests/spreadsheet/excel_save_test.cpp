@@ -1,5 +1,6 @@
 // Saved documents: the exact bytes of a workbook that uses every feature, numbers in
 // their forms, libxml2's verdict on well-formedness, and a file that cannot be created.
+#include "vqk/diagnostics/assert.h"
 #include "vqk/spreadsheet/excel_doc.h"
 
 #include "../xml/xml_test_support.h"
@@ -218,13 +219,15 @@ TEST(ExcelSave, WellFormedWithTheDoubledColonAndNamespaceCorrectWithout) {
 
 TEST(ExcelSave, AFileThatCannotBeCreatedIsReportedAndTheDocumentKept) {
     std::string dir = tempDir("excel");
+    vq::CAssert::setLogName((dir + "/asserts.log").c_str());
+    vq::CAssert::setMode(vq::eAssertLog);
     SDoc doc((dir + "/missing/folder/a.xml").c_str(), 0);
     doc.addCell().resetString("kept");
-    testing::internal::CaptureStderr();
     EXPECT_FALSE(doc.save(nullptr));
     EXPECT_FALSE(doc.save(""));
-    std::string err = testing::internal::GetCapturedStderr();
-    EXPECT_NE(err.find("Can't open file"), std::string::npos);
+    vq::CAssert::setMode(vq::eAssertOff);
+    std::string log = readFile(dir + "/asserts.log");
+    EXPECT_NE(log.find("msg=\"Can't open file\""), std::string::npos) << log;
     EXPECT_FALSE(std::filesystem::exists(dir + "/missing"));
     EXPECT_TRUE(doc.save((dir + "/a.xml").c_str()));
     EXPECT_NE(readFile(dir + "/a.xml").find(">kept</Data>"), std::string::npos);

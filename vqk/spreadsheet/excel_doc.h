@@ -24,8 +24,9 @@
 // writers put there and which its readers expect; eNamespaceCorrect writes
 // "x:Left" instead, for readers that insist on namespace-correct names.
 //
-// Failure: save() reports "Can't open file" through the library's error output and
-// returns false when the file cannot be created; the document is unchanged.
+// Failure: save() reports "Can't open file" through the assertion facility (a record
+// in the assertion log when vq::CAssert logs) and returns false when the file cannot
+// be created; the document is unchanged.
 #pragma once
 
 #include "vqk/config.h"

@@ -1,13 +1,12 @@
 // Writing an SDoc as one XML spreadsheet document.
 #include "vqk/spreadsheet/excel_doc.h"
 
+#include "vqk/diagnostics/assert.h"
 #include "vqk/text/bounded.h"
 #include "vqk/xml/xml_escape.h"
 #include "vqk/xml/xml_out.h"
 
 #include <cmath>
-#include <cstdio>
-#include <cstring>
 
 namespace vq_excel {
 
@@ -291,10 +290,9 @@ bool SDoc::save(const char* file) const {
     const char* path = file && *file ? file : m_file.str();
     // The path constructor opens without the declaration the document writes itself.
     vq::CXmlOut out(*path ? path : nullptr);
-    if (!out.isOpen()) {
-        std::fprintf(stderr, "Can't open file %s\n", path);
+    VQ_ASSERT_MSG(out.isOpen(), "Can't open file", 3);
+    if (!out.isOpen())
         return false;
-    }
     CSaver(*this, out).write();
     return true;
 }
