@@ -59,7 +59,7 @@ const char kParts[] = "Part,\"Size <mm> & \"\"tol\"\"\",it's,,\n"
 bool convertToCsv(const std::string& dir, const std::string& file, const char* infilter) {
     std::filesystem::path profile = std::filesystem::path(VQK_BINARY_DIR) / "soffice_profile" /
                                     ::testing::UnitTest::GetInstance()->current_test_info()->name();
-    std::string cmd = "timeout 240 soffice -env:UserInstallation=file://" + profile.string() + " --headless";
+    std::string cmd = "timeout -k 10 240 soffice -env:UserInstallation=file://" + profile.string() + " --headless";
     if (infilter)
         cmd += std::string(" --infilter=\"") + infilter + "\"";
     cmd += " --convert-to 'csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,true,false,false,-1'"
