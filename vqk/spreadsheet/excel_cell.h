@@ -19,7 +19,7 @@
 #pragma once
 
 #include "vqk/config.h"
-#include "vqk/text/small_tuple.h"
+#include "vqk/text/tuples.h"
 #include "vqk/text/str.h"
 
 #include <cstdint>

@@ -32,7 +32,7 @@
 #include "vqk/config.h"
 #include "vqk/spreadsheet/excel_sheet.h"
 #include "vqk/spreadsheet/excel_style.h"
-#include "vqk/text/small_tuple.h"
+#include "vqk/text/tuples.h"
 #include "vqk/text/str.h"
 
 #include <memory>

@@ -18,7 +18,7 @@
 
 #include "vqk/config.h"
 #include "vqk/spreadsheet/excel_row.h"
-#include "vqk/text/small_tuple.h"
+#include "vqk/text/tuples.h"
 #include "vqk/text/str.h"
 
 #include <memory>
