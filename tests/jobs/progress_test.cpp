@@ -169,8 +169,9 @@ TEST(ProgressParallel, OnlyTheMasterThreadReportsAndEveryIterationCounts) {
     }
     ASSERT_FALSE(host.percents.empty());
     EXPECT_EQ(host.percents.back(), 100);
+    // A text change shows the current percent again, so equal neighbours may occur.
     for (size_t i = 1; i < host.percents.size(); ++i)
-        EXPECT_LT(host.percents[i - 1], host.percents[i]);
+        EXPECT_LE(host.percents[i - 1], host.percents[i]);
     for (int t : host.threads)
         EXPECT_EQ(t, 0);
 }
