@@ -198,18 +198,30 @@ SToolRun runTool(const std::vector<std::string>& args, const std::string& cwd, i
     return collect(pid, outPipe[0], errPipe[0], timeoutSeconds, [](const std::string&) {});
 }
 
+namespace {
+
+// A new pseudo-terminal, both sides open.
+bool openTerminal(int& master, int& slave) {
+    master = posix_openpt(O_RDWR | O_NOCTTY);
+    if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0)
+        return false;
+    slave = open(ptsname(master), O_RDWR | O_NOCTTY);
+    if (slave < 0) {
+        close(master);
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
 SToolRun runToolOnTerminal(const std::vector<std::string>& args, const std::string& cwd,
                            const std::string& waitFor, char key, bool& keyTyped,
                            int timeoutSeconds) {
     keyTyped = false;
-    int master = posix_openpt(O_RDWR | O_NOCTTY);
-    if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0)
+    int master, slave;
+    if (!openTerminal(master, slave))
         return SToolRun();
-    int slave = open(ptsname(master), O_RDWR | O_NOCTTY);
-    if (slave < 0) {
-        close(master);
-        return SToolRun();
-    }
     int outPipe[2], errPipe[2];
     pid_t pid = spawn(args, cwd, slave, outPipe, errPipe);
     close(slave);
@@ -228,14 +240,9 @@ SToolRun runToolOnTerminal(const std::vector<std::string>& args, const std::stri
 
 SToolRun runToolWithErrOnTerminal(const std::vector<std::string>& args, const std::string& cwd,
                                   int columns, int timeoutSeconds) {
-    int master = posix_openpt(O_RDWR | O_NOCTTY);
-    if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0)
+    int master, slave;
+    if (!openTerminal(master, slave))
         return SToolRun();
-    int slave = open(ptsname(master), O_RDWR | O_NOCTTY);
-    if (slave < 0) {
-        close(master);
-        return SToolRun();
-    }
     winsize size{};
     size.ws_col = (unsigned short)columns;
     size.ws_row = 24;
