@@ -13,6 +13,7 @@ CProgressBase::~CProgressBase() { pop(); }
 void CProgressBase::resize(double max) { m_max = max; }
 
 void CProgressBase::push(double max, const char* text, bool enable) {
+    pop(); // a range started again leaves its old place first
     m_text = text;
     m_local = 0;
     CProgressHost* host = progressHost();
