@@ -114,12 +114,14 @@ template <class T> CTStr<T>& CTStr<T>::operator=(CTStr&& s) noexcept {
 
 template <class T> void CTStr<T>::assignText(const T* s, uint32_t n) {
     m_addEnd = 0;
-    // s may point into this string's own block: it is then no longer than the
-    // content, so the block does not move and memmove copies safely.
+    // s may point into this string's own block, and the copy may reach to its end:
+    // the block a growth replaces is freed only once the text is copied out of it.
+    T* old = m_a.growKeepingOld(n + 1);
     m_a.resize(n + 1);
     if (n)
         std::memmove(m_a.data(), s, n * sizeof(T));
     m_a[n] = 0;
+    TVector<T>::releaseBlock(old);
 }
 
 template <class T> void CTStr<T>::reset(const T* s, int from, int to) {
@@ -230,10 +232,12 @@ template <class T> void CTStr<T>::append(const wchar_t* s) {
 }
 
 template <class T> void CTStr<T>::dropLabelLine() {
+    // A text that starts with a line feed has no label line: it is kept whole.
     int n = length();
-    for (int i = 1; i < n; ++i) {
+    for (int i = 0; i < n; ++i) {
         if (m_a[i] == T('\n')) {
-            deleteSubStr(0, i);
+            if (i > 0)
+                deleteSubStr(0, i);
             return;
         }
     }
