@@ -5,6 +5,7 @@
 #include "vqk/text/format.h"
 #include "vqk/text/scratch_block.h"
 #include "vqk/text/string_table.h"
+#include "vqk/text/sub_search.h"
 #include "vqk/text/utf8.h"
 
 #include <climits>
@@ -37,29 +38,10 @@ uint32_t checkedSize(uint64 n) {
 int printCount(const char* fmt, va_list args) { return vscprintf(fmt, args); }
 int printCount(const wchar_t* fmt, va_list args) { return vscprintf(fmt, args); }
 
-// The search of findSubStr, shared by the member and the free functions.
 void convertUtf8(CTStr<char>& out, const wchar_t* s) { wstrtostr(out, s, true); }
 void convertUtf8(CTStr<wchar_t>& out, const char* s) { strtowstr(out, s, true); }
 
-template <class T> int findSub(const T* text, int n, const T* pat) {
-    int m = textLength(pat);
-    if (n <= 0 || m == 0)
-        return -1;
-    for (int s = 0; s < n; ++s) {
-        int k = 0;
-        for (int i = s; i < n; ++i) {
-            if (text[i] == pat[k]) {
-                if (++k == m)
-                    return i - m + 1;
-            } else {
-                k = 0;
-            }
-        }
-        if (s + m > n)
-            break; // no later start can hold a whole match
-    }
-    return -1;
-}
+template <class T> int findSub(const T* text, int n, const T* pat) { return CSubSearch<T>(pat).in(text, n); }
 
 } // namespace
 
