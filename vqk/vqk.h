@@ -35,6 +35,7 @@
 #include "vqk/xml/xml_in.h"
 
 // -- diagnostics
+#include "vqk/diagnostics/assert.h"
 #include "vqk/diagnostics/log_workflow.h"
 
 // -- jobs
