@@ -50,7 +50,7 @@ int main(int argc, char** argv) {
             std::string t = text(n);
             for (size_t i = 0; i + pattern.size() <= t.size(); ++i) // no occurrence left
                 if (t.compare(i, pattern.size(), pattern) == 0)
-                    t[i + 3] = 'a';
+                    t[i + 4] = 'a';
             if (kind)
                 t.replace(n - 100, pattern.size(), pattern);
             int found, count, peer;
