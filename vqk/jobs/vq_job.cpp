@@ -56,7 +56,7 @@ enum { eMaxFileDepth = 32 };
 class COpenJobFile {
 public:
     COpenJobFile(TVectorC<CStr>& chain, const CStr& path) : m_chain(chain) { m_chain.push_back(path); }
-    ~COpenJobFile() { m_chain.resize(m_chain.size() - 1); }
+    ~COpenJobFile() { m_chain.pop_back(); }
     COpenJobFile(const COpenJobFile&) = delete;
     COpenJobFile& operator=(const COpenJobFile&) = delete;
 
