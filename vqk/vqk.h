@@ -9,6 +9,7 @@
 // -- text
 #include "vqk/text/codepage.h"
 #include "vqk/text/convert.h"
+#include "vqk/text/fixed_text.h"
 #include "vqk/text/format.h"
 #include "vqk/text/runtime_critical.h"
 #include "vqk/text/str.h"
@@ -36,6 +37,7 @@
 
 // -- diagnostics
 #include "vqk/diagnostics/assert.h"
+#include "vqk/diagnostics/err.h"
 #include "vqk/diagnostics/log_workflow.h"
 
 // -- jobs
