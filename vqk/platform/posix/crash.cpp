@@ -142,23 +142,51 @@ void writeAddresses(intptr_t file, void* const* frames, int first, int n) {
     }
 }
 
+// What the naming child is to name; set before it is forked.
+struct SNamingJob {
+    intptr_t file;
+    void* const* frames;
+    int first;
+    int n;
+    bool exactFirst;
+};
+SNamingJob g_naming;
+ucontext_t g_namingDone;
+ucontext_t g_namingRun;
+// The naming child's own stack: the handler may run on a small alternate stack (a
+// sanitizer's), too small for reading debug information and demangling.
+alignas(16) char g_namingStack[1024 * 1024];
+
+void nameFrames() {
+    static char line[2048];
+    CText t;
+    const SNamingJob& j = g_naming;
+    for (int i = j.first; i < j.n; ++i) {
+        describeFrame(j.frames[i], j.exactFirst && i == j.first, line, sizeof line);
+        t.add("    #").dec(i - j.first).add(" ");
+        put(j.file, t);
+        crashFileWrite(j.file, line, std::strlen(line));
+        crashFileWrite(j.file, "\n", 1);
+    }
+}
+
 // Names the frames in a child process; false when the child failed or took too long.
 bool writeNames(intptr_t file, void* const* frames, int first, int n, bool exactFirst) {
+    g_naming = SNamingJob{file, frames, first, n, exactFirst};
     pid_t child = _Fork();
     if (child < 0)
         return false;
     if (child == 0) {
         for (int sig : kFatalSignals)
             signal(sig, SIG_DFL);
-        static char line[2048];
-        CText t;
-        for (int i = first; i < n; ++i) {
-            describeFrame(frames[i], exactFirst && i == first, line, sizeof line);
-            t.add("    #").dec(i - first).add(" ");
-            put(file, t);
-            crashFileWrite(file, line, std::strlen(line));
-            crashFileWrite(file, "\n", 1);
-        }
+        if (getcontext(&g_namingRun) != 0)
+            _exit(2);
+        g_namingRun.uc_stack.ss_sp = g_namingStack;
+        g_namingRun.uc_stack.ss_size = sizeof g_namingStack;
+        g_namingRun.uc_link = &g_namingDone;
+        makecontext(&g_namingRun, nameFrames, 0);
+        if (swapcontext(&g_namingDone, &g_namingRun) != 0)
+            _exit(2);
         _exit(0);
     }
     int status = 0;
