@@ -53,3 +53,16 @@ TEST(RoundTrip, ValidTextSurvivesEveryEncoding) {
         }
     }
 }
+
+// A counted wide text ends at its count, even between the halves of a surrogate pair;
+// a half on its own, high or low, becomes U+FFFD.
+TEST(RoundTrip, CountedWideTextStopsAtItsCount) {
+    const wchar_t pair[] = {wchar_t(0xD83D), wchar_t(0xDE00), wchar_t(0xDFFF), 0};
+    struct Case { int len; const char* utf8; };
+    const Case cases[] = {{1, "\xEF\xBF\xBD"}, {2, "\xF0\x9F\x98\x80"}, {3, "\xF0\x9F\x98\x80\xEF\xBF\xBD"}};
+    for (const Case& c : cases) {
+        char out[16] = {};
+        int n = vq::wideToUtf8(pair, c.len, out, sizeof out);
+        EXPECT_EQ(std::string(out, size_t(n > 0 ? n : 0)), c.utf8) << c.len;
+    }
+}
