@@ -46,5 +46,6 @@
 #include "vqk/jobs/job_host.h"
 #include "vqk/jobs/job_info.h"
 #include "vqk/jobs/job_stat.h"
+#include "vqk/jobs/process.h"
 #include "vqk/jobs/regression_test.h"
 #include "vqk/jobs/vq_exit.h"
