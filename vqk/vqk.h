@@ -10,6 +10,7 @@
 #include "vqk/text/codepage.h"
 #include "vqk/text/color.h"
 #include "vqk/text/convert.h"
+#include "vqk/text/fixed_text.h"
 #include "vqk/text/font.h"
 #include "vqk/text/format.h"
 #include "vqk/text/runtime_critical.h"
@@ -54,6 +55,7 @@
 
 // -- diagnostics
 #include "vqk/diagnostics/assert.h"
+#include "vqk/diagnostics/err.h"
 #include "vqk/diagnostics/log_workflow.h"
 
 // -- jobs

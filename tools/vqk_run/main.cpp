@@ -49,6 +49,8 @@ bool redirectsOut(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+    // A crash leaves a dump in the temporary folder and the job_log written so far.
+    vq::CAssert::installCrashHandler(nullptr);
     vq::xout.attach(stdout, false);
     if (!redirectsOut(argc, argv))
         std::fputs(kDeclaration, stdout);
