@@ -25,23 +25,6 @@ template <class T> vq::CTStr<T> t(const char* s) { return vq::CTStr<T>(s); }
 
 template <class T> std::string narrow(const vq::CTStr<T>& s) { return std::string(vq::CStr(s).str()); }
 
-TYPED_TEST(FilePathObject, HoldsTheFourComponents) {
-    using T = TypeParam;
-    TFilePath<T> p(t<T>("C:\\a\\b\\name.tar.gz"));
-    EXPECT_EQ(t<T>("C:"), p.drive());
-    EXPECT_EQ(t<T>("\\a\\b\\"), p.folder());
-    EXPECT_EQ(t<T>("name.tar"), p.file());
-    EXPECT_EQ(t<T>(".gz"), p.ext());
-
-    EXPECT_TRUE(p.reset(nullptr));
-    EXPECT_EQ(0, p.drive()[0]);
-    EXPECT_EQ(0, p.ext()[0]);
-
-    TFilePath<T> empty;
-    ASSERT_NE(nullptr, empty.folder());
-    EXPECT_EQ(0, empty.folder()[0]);
-}
-
 TYPED_TEST(FilePathObject, GetJoinsTheSelectedComponents) {
     using T = TypeParam;
     const TFilePath<T> p(t<T>("C:\\a\\b\\name.tar.gz"));

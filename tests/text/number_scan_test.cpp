@@ -28,6 +28,7 @@ TEST(NumberText, SprintDecStripsTrailingZerosAndPoint) {
     char room[8];
     EXPECT_FALSE(vq::sprintDec(room, sizeof room, 1e10, 2));
     EXPECT_STREQ(room, "#INF");
+    EXPECT_FALSE(vq::sprintDec(nullptr, 8, 1.0, 2));
 }
 
 TEST(NumberText, WriteDoubleChoosesIntegerOrRealText) {
@@ -144,6 +145,10 @@ TEST(Scan, BoundedScanTakesTheRoomOfEveryTextField) {
     EXPECT_EQ(a, 100);
     EXPECT_EQ(used, 10);
     EXPECT_EQ(b, 7);
+    long long big = 0; // the size prefixes of the other platform's run-time library
+    EXPECT_EQ(vq::sScanf("7 9000000000", "%I32d %I64d", &a, &big), 2);
+    EXPECT_EQ(a, 7);
+    EXPECT_EQ(big, 9000000000LL);
     for (const char* empty : {"", "   ", static_cast<const char*>(nullptr)})
         EXPECT_EQ(vq::sScanf(empty, "%i", &a), -1);
     EXPECT_EQ(vq::sScanf("x", "%i", &a), 0);

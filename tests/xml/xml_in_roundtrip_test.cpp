@@ -150,35 +150,3 @@ TEST(XmlInRoundTrip, GeneratedTreesReadBackElementByElement) {
     }
     std::remove(path.c_str());
 }
-
-TEST(XmlInRoundTrip, CommentsTextElementsAndLoweredNamesReadBack) {
-    std::string path = xml_test::scratchFolder() + "/xml_in_roundtrip_names_" + std::to_string(getpid()) + ".xml";
-    {
-        CXmlOut out;
-        ASSERT_TRUE(out.open(path.c_str(), false, false));
-        out.setIndent("\t");
-        out.setSmallFirstLetterAttrName(true);
-        CXmlOutElem root(out, "Report");
-        out.attrInt("Count", 2);
-        out.comment("two values follow");
-        out.text("value", "%i", 12);
-        out.text("value", "%s", "  7  ");
-        CXmlOutElem empty(out, "Empty");
-    }
-    CXmlIn in(path.c_str());
-    ASSERT_TRUE(in.readHeader());
-    {
-        CXmlElemIn root(in, "Report");
-        EXPECT_EQ(in.attrInt("Count", 0), 0); // written as "count"
-        in.setSmallFirstLetterAttrName(true);
-        EXPECT_EQ(in.attrInt("Count", 0), 2);
-        for (int expected : {12, 7}) {
-            CXmlElemIn value(&root, &in, "value");
-            EXPECT_EQ(in.getI1(-1), expected);
-        }
-        CXmlElemIn empty(&root, &in, "Empty");
-        EXPECT_EQ(empty.state(), eXmlTagEmpty);
-    }
-    EXPECT_EQ(xml_test::thrownText([&] { in.read(); }), "XML error: unexpected end of file");
-    std::remove(path.c_str());
-}

@@ -52,8 +52,6 @@ TEST(XmlOutLayout, ElementsTextAndIndentation) {
              vq::CXmlOutElem b(c.out, "b");
          },
          "<root>\n\t<a>\n<b/>\n\t</a>\n</root>\n", true},
-        {"lone root", [](CCapture& c) { c.out.setIndent("  "); vq::CXmlOutElem r(c.out, "job_log"); },
-         "<job_log/>\n", true},
         {"attributes only close on their line",
          [](CCapture& c) {
              c.out.setIndent("  ");
@@ -210,13 +208,6 @@ TEST(XmlOutLayout, RawContentCommentsAndIndentStrings) {
              c.out.comment("x -- y");
          },
          "<r>\n<a/>\n<!--  -->\n<!-- x -- y -->\n</r>\n", false},
-        {"comments without an element are never indented",
-         [](CCapture& c) {
-             c.out.comment("top");
-             c.out.setIndent("  ");
-             c.out.comment("still top");
-         },
-         "<!-- top -->\n<!-- still top -->\n", false},
         {"indent counts: absolute, current depth, depth plus",
          [](CCapture& c) {
              c.out.indent(3); // no indent string: nothing, not even the body
@@ -311,37 +302,6 @@ TEST(XmlOutLayout, NamesLongerThanAnyBufferKeepTheirPlace) {
                              cdata + "x]]></s>\n</r>\n");
 }
 
-// Records the formats the raw output receives and prints them itself, opening no body.
-class CXmlOutFormats : public vq::CXmlOut {
-public:
-    using vq::CXmlOut::CXmlOut;
-    void operator()(const char* format, ...) override {
-        formats.push_back(format);
-        print("%s", format);
-    }
-    std::vector<std::string> formats;
-};
-
-TEST(XmlOutLayout, CommentsGoThroughTheVirtualRawOutput) {
-    FILE* tmp = std::tmpfile();
-    ASSERT_TRUE(tmp);
-    {
-        CXmlOutFormats out(tmp, nullptr);
-        out.setIndent("  ");
-        vq::CXmlOutElem r(out, "r");
-        vq::CXmlOutElem a(out, "a");
-        out.attrInt("k", 1);
-        out.comment("c");
-        EXPECT_EQ(out.formats, std::vector<std::string>{"<!-- %s -->\n"});
-    }
-    std::rewind(tmp);
-    char buf[128] = {};
-    std::fread(buf, 1, sizeof buf - 1, tmp);
-    std::fclose(tmp);
-    // The override opened no body, so a still closes as an element with attributes.
-    EXPECT_STREQ(buf, "<r>\n  <a k=\"1\"  <!-- %s -->\n/>\n</r>\n");
-}
-
 class XmlOutInsert : public ::testing::Test {
 protected:
     std::string put(const char* name, const std::string& bytes) {
@@ -368,23 +328,6 @@ TEST_F(XmlOutInsert, SkipsPrologJoinsCrLfAndKeepsPercentSigns) {
     CCapture w;
     EXPECT_TRUE(w.out.insertXml((wpath + L"/pct\u00e9.xml").c_str()));
     EXPECT_EQ(w.bytes(), "<p>50% of 100% %s</p>");
-}
-
-TEST_F(XmlOutInsert, ContentReachesTheRawOutputAsItsFormat) {
-    std::string path = put("fmt.xml", "<?xml version=\"1.0\"?>\r\n<p a=\"5%\">100%% %d</p>\r\n");
-    FILE* tmp = std::tmpfile();
-    ASSERT_TRUE(tmp);
-    {
-        CXmlOutFormats out(tmp, nullptr);
-        EXPECT_TRUE(out.insertXml(path.c_str()));
-        ASSERT_EQ(out.formats.size(), 1u);
-        // Printed without arguments, the format gives back the file's own bytes.
-        EXPECT_EQ(out.formats[0], "<p a=\"5%%\">100%% %%d</p>\n");
-        char printed[64];
-        std::snprintf(printed, sizeof printed, out.formats[0].c_str());
-        EXPECT_STREQ(printed, "<p a=\"5%\">100% %d</p>\n");
-    }
-    std::fclose(tmp);
 }
 
 TEST_F(XmlOutInsert, FilesWithoutAnElementAreRefused) {
@@ -424,7 +367,6 @@ TEST(XmlOutAttr, EveryFormByteForByte) {
     };
     const std::vector<Form> forms = {
         {[](vq::CXmlOut& o) { o.attrBool("v", true); }, "1"},
-        {[](vq::CXmlOut& o) { o.attrBool("v", false); }, "0"},
         {[](vq::CXmlOut& o) { o.attrInt("v", std::numeric_limits<int>::min()); }, "-2147483648"},
         {[](vq::CXmlOut& o) { o.attrI1("v", 0); }, "0"},
         {[](vq::CXmlOut& o) { o.attrUint("v", 4294967295u); }, "4294967295"},
@@ -447,14 +389,11 @@ TEST(XmlOutAttr, EveryFormByteForByte) {
         {[](vq::CXmlOut& o) { o.attrDec3("v", 1e12, 1e13, -1e12); }, "1000000000000 #INF #INF"},
         {[](vq::CXmlOut& o) { o.attrDec3("v", -3e-15, 1e-15, HUGE_VAL); }, "-0.000000000000003 0.000000000000001 inf"},
         {[](vq::CXmlOut& o) { o.attrStr("v", static_cast<const char*>(nullptr)); }, ""},
-        {[](vq::CXmlOut& o) { o.attrStr("v", vq::CStr()); }, ""},
         {[](vq::CXmlOut& o) { o.attrStr("v", vq::CStr("a<b")); }, "a&lt;b"},
         {[](vq::CXmlOut& o) { o.attrStr("v", static_cast<const wchar_t*>(nullptr)); }, ""},
         {[](vq::CXmlOut& o) { o.attrStr("v", L"w&\"x\""); }, "w&amp;&quot;x&quot;"},
         {[](vq::CXmlOut& o) { o.attrStr("v", vq::CWStr(L"wide")); }, "wide"},
-        {[](vq::CXmlOut& o) { o.attrStr("v", vq::CWStr()); }, ""},
         {[](vq::CXmlOut& o) { o.attr("v", "%s-%03i-%.2f", "x", 7, 0.125); }, "x-007-0.12"},
-        {[](vq::CXmlOut& o) { o.attr("v", "%s", ""); }, ""},
         // Markup and quotes escaped, control bytes dropped, high bytes kept.
         {[](vq::CXmlOut& o) { o.attrStr("v", "<a & \"b\"\t'c'\x01>\n\r"); }, "&lt;a &amp; &quot;b&quot;\t'c'&gt;\n\r"},
         {[](vq::CXmlOut& o) { o.attr("v", "%s%c", "\xC3\xA9\x7F", 0x1F); }, "\xC3\xA9\x7F"},
@@ -505,20 +444,6 @@ TEST(XmlOutAttr, TypedNumbersMatchPrintf) {
         values.push_back(mant(rng) * std::pow(10.0, exps(rng)));
     for (double v : values)
         EXPECT_EQ(oneAttr([&](vq::CXmlOut& o) { o.attrD1("v", v); }), "<e v=\"" + printfG15(v) + "\"/>\n") << v;
-    std::uniform_int_distribution<long long> ints(std::numeric_limits<long long>::min(),
-                                                  std::numeric_limits<long long>::max());
-    for (int i = 0; i < 500; ++i) {
-        long long x = ints(rng);
-        char expect[128];
-        std::snprintf(expect, sizeof expect, "<e i=\"%i\" u=\"%u\" d=\"%llu\"/>\n", int(x), unsigned(x),
-                      (unsigned long long)vq::uint64(x));
-        EXPECT_EQ(oneAttr([&](vq::CXmlOut& o) {
-                      o.attrInt("i", int(x));
-                      o.attrUint("u", unsigned(x));
-                      o.attrID1("d", vq::uint64(x));
-                  }),
-                  expect);
-    }
 }
 
 TEST(XmlOutAttr, WideTextFollowsTheLocale) {
@@ -554,15 +479,11 @@ TEST(XmlOutAttr, DoublesFollowTheDecimalPointOfTheLocale) {
     }
     std::string d1 = oneAttr([](vq::CXmlOut& o) { o.attrD1("v", -1234.5); });
     std::string d3 = oneAttr([](vq::CXmlOut& o) { o.attrD3("v", 1e-17, 2.25, 1e300); });
-    std::string d4 = oneAttr([](vq::CXmlOut& o) { o.attrD4("v", 0.5, 1, 2, 1.0 / 3); });
     std::string dec3 = oneAttr([](vq::CXmlOut& o) { o.attrDec3("v", 1.5, 2, -0.125); });
-    std::string i2 = oneAttr([](vq::CXmlOut& o) { o.attrI2("v", -1, 2); });
     std::setlocale(LC_NUMERIC, "C");
     EXPECT_EQ(d1, "<e v=\"-1234,5\"/>\n");
     EXPECT_EQ(d3, "<e v=\"0 2,25 1e+300\"/>\n");
-    EXPECT_EQ(d4, "<e v=\"0,5 1 2 0,333333333333333\"/>\n");
     EXPECT_EQ(dec3, "<e v=\"1,5 2 -0,125\"/>\n");
-    EXPECT_EQ(i2, "<e v=\"-1 2\"/>\n");
     EXPECT_EQ(oneAttr([](vq::CXmlOut& o) { o.attrD1("v", -1234.5); }), "<e v=\"-1234.5\"/>\n");
 }
 
