@@ -59,3 +59,10 @@
 #include "vqk/options/options_doc.h"
 #include "vqk/options/options_file.h"
 #include "vqk/options/options_set.h"
+
+// -- spreadsheet
+#include "vqk/spreadsheet/excel_cell.h"
+#include "vqk/spreadsheet/excel_doc.h"
+#include "vqk/spreadsheet/excel_row.h"
+#include "vqk/spreadsheet/excel_sheet.h"
+#include "vqk/spreadsheet/excel_style.h"
