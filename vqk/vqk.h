@@ -66,3 +66,15 @@
 #include "vqk/spreadsheet/excel_row.h"
 #include "vqk/spreadsheet/excel_sheet.h"
 #include "vqk/spreadsheet/excel_style.h"
+
+// -- jobs: progress, threads, locks, timers, events
+#include "vqk/jobs/event.h"
+#include "vqk/jobs/gen_id.h"
+#include "vqk/jobs/progress.h"
+#include "vqk/jobs/progress_console.h"
+#include "vqk/jobs/progress_host.h"
+#include "vqk/jobs/progress_parallel.h"
+#include "vqk/jobs/spin_lock.h"
+#include "vqk/jobs/thread.h"
+#include "vqk/jobs/timer.h"
+#include "vqk/jobs/timer_xml.h"

@@ -52,6 +52,8 @@ int main(int argc, char** argv) {
     vq::xout.attach(stdout, false);
     if (!redirectsOut(argc, argv))
         std::fputs(kDeclaration, stdout);
+    // A bar on a terminal's standard error while jobs run; nothing in a log.
+    vq::installConsoleProgress();
     CRunTool tool;
     const bool ok = tool.main(argc, argv);
     tool.flush();

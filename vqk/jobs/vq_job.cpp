@@ -4,6 +4,7 @@
 
 #include "vqk/diagnostics/log_workflow.h"
 #include "vqk/files/file_path.h"
+#include "vqk/jobs/progress.h"
 #include "vqk/platform/clock.h"
 #include "vqk/platform/console.h"
 #include "vqk/platform/current_dir.h"
@@ -363,7 +364,13 @@ void CJob::runJobMask(SJobStat& stat, const char* dir, const char* mask, const c
             prefix.reset(mask, 0, i + 1);
             break;
         }
+    // The counter and the name are set apart by ") - ": "Tests (2/5) - data/b.xml".
+    CProgress tests(double(files.size()), "Tests");
+    int counter = 0;
     for (const CStr& f : files) {
+        CStr step;
+        step.cformat("Tests (%d/%d) - %s%s", ++counter, int(files.size()), prefix.str(), f.str());
+        tests.resetText(step.str());
         CArgs a;
         a.add(args[0]);
         a.add(name);
@@ -373,6 +380,7 @@ void CJob::runJobMask(SJobStat& stat, const char* dir, const char* mask, const c
         for (int k = 1; k < argc; ++k)
             a.add(args[k]);
         main_job(a.argc(), a.argv(), stat);
+        tests.progress(1);
     }
 }
 
