@@ -107,7 +107,8 @@ bool checkJob(int argc, char* const* argv, vq::SJobStat& stat) {
     if (*settings.catalog.first())
         vq::platform::setEnv("XML_CATALOG_FILES", settings.catalog.first()); // the children's validator stays offline
     const auto start = std::chrono::steady_clock::now();
-    vq::TVectorC<SDocResult> results(docs.size());
+    vq::TVectorC<SDocResult> results;
+    results.resize(docs.size());
     runChecks(docs, settings, childLogPrefix(), results);
 
     SCheckTotals totals;

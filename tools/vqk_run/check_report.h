@@ -22,7 +22,7 @@ struct SDocResult {
 };
 
 struct SCheckTotals {
-    int documents = 0, passed = 0, failed = 0, timeouts = 0, crashes = 0;
+    int documents = 0, passed = 0, failed = 0, timeouts = 0, crashes = 0, incomplete = 0;
     int measured = 0, measuredPassed = 0, measuredFailed = 0;
     double seconds = 0;
 };

@@ -94,10 +94,17 @@ void judgeResult(const char* doc, SDocResult& r, SCheckTotals& t, vq::SJobStat& 
         r.status = EDocStatus::crash;
         r.message.cformat("%s: the check crashed (exit code %lu)", doc, r.exitCode);
         reportf(vq::logCrash, stat, __LINE__, "%s", r.message.str());
-    } else if (!r.outcome.readOk) {
+    } else if (!r.outcome.readOk && !(r.outcome.validated && r.outcome.valid)) {
         r.status = EDocStatus::unreadable;
         r.message = r.outcome.message;
         reportf(vq::logFail, stat, __LINE__, "%s", r.message.str());
+    } else if (!r.outcome.readOk) {
+        // Valid against its schema, but the library's reader, which ends every markup
+        // construct at the first '>' (a comment holding one included), stopped early:
+        // the document passes, its summary is incomplete.
+        ++t.incomplete;
+        r.message.cformat("summary incomplete: %s", r.outcome.message.str());
+        reportf(vq::logWarn, stat, __LINE__, "%s", r.message.str());
     } else if (r.outcome.validated && !r.outcome.valid) {
         r.status = EDocStatus::invalid;
         const vq::CStr why = firstErrorLine(r.log);
@@ -124,7 +131,7 @@ void writeDocumentRecords(const vq::TVectorC<vq::CStr>& docs, const vq::TVectorC
         vq::CXmlOutElem d(vq::xout, "document");
         vq::xout.attrStr("file", docs[i].str());
         vq::xout.attrStr("status", statusText(r.status));
-        vq::xout.attrD1("seconds", r.seconds);
+        vq::xout.attr("seconds", "%.3f", r.seconds);
         if (s.qif) {
             vq::xout.attrInt("features", s.features);
             vq::xout.attrInt("characteristics", s.characteristics);
@@ -141,10 +148,13 @@ void writeDocumentRecords(const vq::TVectorC<vq::CStr>& docs, const vq::TVectorC
 void printSummary(const SCheckTotals& t, const char* report) {
     vq::CStr text;
     text.cformat("\nChecked %d documents in %.1f s: %d passed, %d failed, %d timed out, "
-                 "%d crashed\nMeasured characteristics: %d (%d passed, %d failed)\n"
-                 "Report: %s\n",
-                 t.documents, t.seconds, t.passed, t.failed, t.timeouts, t.crashes, t.measured,
-                 t.measuredPassed, t.measuredFailed, report);
+                 "%d crashed\n",
+                 t.documents, t.seconds, t.passed, t.failed, t.timeouts, t.crashes);
+    vq::CStr more;
+    if (t.incomplete)
+        text += more.cformat("Passed with an incomplete summary: %d\n", t.incomplete);
+    text += more.cformat("Measured characteristics: %d (%d passed, %d failed)\nReport: %s\n",
+                         t.measured, t.measuredPassed, t.measuredFailed, report);
     vq::CStr escaped;
     vq::escapeXmlStr(escaped, text.str());
     vq::xout("%s", escaped.str());

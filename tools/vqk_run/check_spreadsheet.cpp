@@ -106,7 +106,7 @@ void addMessagesSheet(vq_excel::SDoc& doc, const SStyles& st, const vq::TVectorC
     sheet.addCell().resetString("Message", st.header, -1, 0);
     for (size_t i = 0; i < docs.size(); ++i) {
         const SDocResult& r = results[i];
-        if (r.status == EDocStatus::passed)
+        if (r.message.empty())
             continue;
         sheet.addRow();
         sheet.addCell().resetString(docs[i].str(), st.text, -1, 0);
@@ -124,7 +124,9 @@ void addMessagesSheet(vq_excel::SDoc& doc, const SStyles& st, const vq::TVectorC
 
 bool writeCheckReport(const char* path, const vq::TVectorC<vq::CStr>& docs,
                       const vq::TVectorC<SDocResult>& results, const SCheckTotals& totals) {
-    vq_excel::SDoc doc(path, 0);
+    // People open the report in whatever spreadsheet program they have: namespace-correct
+    // attribute names let every XML-based reader take it.
+    vq_excel::SDoc doc(path, vq_excel::SDoc::eNamespaceCorrect);
     doc.setDefaultFont("Arial", 10, false, false);
     const SStyles st = addStyles(doc);
     addSummarySheet(doc, st, docs, results, totals);
