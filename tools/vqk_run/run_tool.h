@@ -44,4 +44,8 @@ SXmlShape readXmlShape(const char* path);
 // child per name) on vq::xout.
 void writeXmlShape(const char* path, const SXmlShape& shape);
 
+// The jobs this tool has, one line each with what it takes ("\n  Jobs:\n  check ...").
+void jobList(vq::CStr& out);
+bool isToolJob(const char* name);
+
 } // namespace vqk_run
