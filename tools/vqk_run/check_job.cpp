@@ -104,6 +104,10 @@ bool checkJob(int argc, char* const* argv, vq::SJobStat& stat) {
         reportf(vq::logFail, stat, __LINE__, "can't read folder %s", folder);
         return false;
     }
+    // Library code in this run and in its checks records its failed expectations in the
+    // assertion log (the temporary folder's asserts.log unless _ORV_ASSERTS names one).
+    if (vq::CAssert::getMode() == vq::eAssertOff)
+        vq::CAssert::setMode(vq::eAssertLog);
     if (*settings.catalog.first())
         vq::platform::setEnv("XML_CATALOG_FILES", settings.catalog.first()); // the children's validator stays offline
     const auto start = std::chrono::steady_clock::now();

@@ -64,7 +64,11 @@ bool readDocSummary(const char* path, SDocSummary& s, vq::CStr& error) {
                 ++depth;
         } while (depth > 0);
     } catch (const char* message) {
-        error.cformat("%s: %s", path, message);
+        vq::SXmlPos at;
+        if (in.errorPos(at))
+            error.cformat("%s:%d:%d: %s", path, at.line, at.column, message);
+        else
+            error.cformat("%s: %s", path, message);
         return false;
     }
     return true;
