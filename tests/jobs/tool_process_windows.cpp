@@ -122,3 +122,7 @@ SToolRun runToolOnTerminal(const std::vector<std::string>&, const std::string&,
     keyTyped = false;
     return SToolRun();
 }
+
+SToolRun runToolWithErrOnTerminal(const std::vector<std::string>&, const std::string&, int, int) {
+    return SToolRun();
+}

@@ -154,8 +154,8 @@ TEST(Bounded, PrintingFailsInsteadOfCutting) {
     // Narrow text the "C" locale cannot decode fails at once instead of retrying. (The
     // Windows runtime's "C" locale decodes every byte, so there is nothing to provoke.)
     if (!VQK_TARGET_WINDOWS)
-        EXPECT_EQ(vq::scwprintf(L"%s", "\xC3\xA9"), -1);
-    EXPECT_EQ(vq::scwprintf(L"%s", "plain"), 5);
+        EXPECT_EQ(vq::scwprintf(L"%S", "\xC3\xA9"), -1);
+    EXPECT_EQ(vq::scwprintf(L"%hs", "plain"), 5);
 }
 
 TEST(Bounded, LocalTimeAndItsTextForm) {

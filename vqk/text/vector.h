@@ -137,17 +137,12 @@ public:
     void append(const T* p, uint32_t n) {
         if (!n)
             return;
-        if (m_size + n > capacity()) {
-            // p may point at this array's own elements, which growth moves.
-            const T* old = m_data;
-            bool inside = old && p >= old && p < old + m_size;
-            size_t offset = inside ? size_t(p - old) : 0;
-            grow(m_size + n);
-            if (inside)
-                p = m_data + offset;
-        }
+        // p may point into this array's own block: the block a growth replaces is
+        // freed only after the copy.
+        T* old = growKeepingOld(m_size + n);
         std::memmove(static_cast<void*>(m_data + m_size), p, n * sizeof(T));
         m_size += n;
+        releaseBlock(old);
     }
     void assign(const T* p, uint32_t n) {
         m_size = 0;
