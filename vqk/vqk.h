@@ -8,16 +8,21 @@
 
 // -- text
 #include "vqk/text/codepage.h"
+#include "vqk/text/color.h"
 #include "vqk/text/convert.h"
+#include "vqk/text/font.h"
 #include "vqk/text/format.h"
 #include "vqk/text/runtime_critical.h"
 #include "vqk/text/str.h"
 #include "vqk/text/str_format.h"
 #include "vqk/text/string_csv.h"
+#include "vqk/text/string_list.h"
 #include "vqk/text/string_table.h"
 #include "vqk/text/text_utils.h"
+#include "vqk/text/tuples.h"
 #include "vqk/text/utf8.h"
 #include "vqk/text/vector.h"
+#include "vqk/text/vector_c.h"
 
 // -- files: paths
 #include "vqk/files/file_path.h"
@@ -47,3 +52,10 @@
 #include "vqk/jobs/process.h"
 #include "vqk/jobs/regression_test.h"
 #include "vqk/jobs/vq_exit.h"
+#include "vqk/options/opt.h"
+#include "vqk/options/opt_array.h"
+#include "vqk/options/opt_kinds.h"
+#include "vqk/options/opt_reporting.h"
+#include "vqk/options/options_doc.h"
+#include "vqk/options/options_file.h"
+#include "vqk/options/options_set.h"
