@@ -103,6 +103,12 @@ TEST_F(ToolCli, FailingAndWarningRunsAreNotOk) {
         else
             EXPECT_GT(log.num((rec + "/@line").c_str()), 0);
     }
+    // A document that is not well formed is placed by file, line and column.
+    const std::string bad = m_dir + "/bad.xml";
+    writeFile(bad, "<a>\n  <b c=1/>\n</a>\n");
+    SToolRun r = runAtRoot({"xml_summary", bad, "//b"});
+    PARSED_LOG(log, r.out);
+    EXPECT_EQ(log.str("/job_log/job/info/error/@msg"), bad + ":2:8: XML error: invalid tag attributes");
 }
 
 // A successful run: one job with its arguments as attributes, then the totals.

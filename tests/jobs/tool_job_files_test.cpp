@@ -171,16 +171,28 @@ TEST_F(ToolJobFiles, RootElementChoosesTestXmlJobOrPlainJob) {
               "Can't find registered function '" + name.substr(0, 255) + "'");
 }
 
-TEST_F(ToolJobFiles, ListThatNamesItselfStopsAtTheNestingLimit) {
-    SToolRun r = runJobFile("self.xml", "<jobs><job name=\"self.xml\"/></jobs>");
-    ASSERT_FALSE(r.timedOut);
-    EXPECT_EQ(r.exitCode, 1);
-    CJobLog log(r.out);
-    ASSERT_TRUE(log.wellFormed()) << r.err;
-    EXPECT_EQ(log.count("//info/error"), 1);
-    EXPECT_EQ(log.str("//info/error/@msg"), "Job files nested too deeply: self.xml");
-    EXPECT_EQ(log.num("/job_log/stat/@fail"), 1);
-    EXPECT_EQ(log.count("//job[not(job)]"), 1) << "one innermost job, where the nesting stopped";
+TEST_F(ToolJobFiles, JobFilesOpenFurtherUpAreRefusedAndNestingIsBounded) {
+    // A list naming itself twice once ran 2^32 jobs; a chain of distinct lists stops at 32.
+    for (int k = 0; k < 33; ++k)
+        writeFile(m_dir + "/n" + std::to_string(k) + ".xml",
+                  "<jobs><job name=\"n" + std::to_string(k + 1) + ".xml\"/></jobs>");
+    writeFile(m_dir + "/loop.xml", "<jobs><job name=\"self.xml\"/></jobs>");
+    const std::string open = "Job file already open by a list that runs it: self.xml";
+    const struct {
+        std::string file, text, msg;
+        int fails;
+    } cases[] = {{"self.xml", "<jobs><job name=\"self.xml\"/><job name=\"./self.xml\"/></jobs>", open, 2},
+                 {"self.xml", "<jobs><job name=\"loop.xml\"/></jobs>", open, 1},
+                 {"n0.xml", "", "Job files nested too deeply: n32.xml", 1}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.text);
+        SToolRun r = runJobFile(c.file, c.text);
+        ASSERT_FALSE(r.timedOut);
+        PARSED_LOG(log, r.out);
+        EXPECT_EQ(log.str("//info/error/@msg"), c.msg);
+        EXPECT_EQ(log.num("/job_log/stat/@fail"), c.fails);
+        EXPECT_EQ(log.count("//job[not(job)]"), c.fails) << "the refused entries, where the run stopped";
+    }
 }
 
 } // namespace

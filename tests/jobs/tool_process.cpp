@@ -11,6 +11,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <sstream>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
@@ -98,11 +99,18 @@ bool fileExists(const std::string& path) {
 
 namespace {
 
-// Starts the tool with stdin on `inFd`; its stdout and stderr go to the returned pipes.
+// Starts the tool with stdin on `inFd`; its stdout and stderr go to the returned pipes,
+// or stderr to `errFd` when one is given (errPipe[0] is then a copy of it).
 pid_t spawn(const std::vector<std::string>& args, const std::string& cwd, int inFd, int outPipe[2],
-            int errPipe[2]) {
-    if (pipe(outPipe) != 0 || pipe(errPipe) != 0)
+            int errPipe[2], int errFd = -1) {
+    if (pipe(outPipe) != 0)
         return -1;
+    if (errFd >= 0) {
+        errPipe[0] = dup(errFd);
+        errPipe[1] = dup(errFd);
+    } else if (pipe(errPipe) != 0) {
+        return -1;
+    }
     std::string tool = toolPath();
     std::string logDir = toolLogDir();
     pid_t pid = fork();
@@ -190,18 +198,30 @@ SToolRun runTool(const std::vector<std::string>& args, const std::string& cwd, i
     return collect(pid, outPipe[0], errPipe[0], timeoutSeconds, [](const std::string&) {});
 }
 
+namespace {
+
+// A new pseudo-terminal, both sides open.
+bool openTerminal(int& master, int& slave) {
+    master = posix_openpt(O_RDWR | O_NOCTTY);
+    if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0)
+        return false;
+    slave = open(ptsname(master), O_RDWR | O_NOCTTY);
+    if (slave < 0) {
+        close(master);
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
 SToolRun runToolOnTerminal(const std::vector<std::string>& args, const std::string& cwd,
                            const std::string& waitFor, char key, bool& keyTyped,
                            int timeoutSeconds) {
     keyTyped = false;
-    int master = posix_openpt(O_RDWR | O_NOCTTY);
-    if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0)
+    int master, slave;
+    if (!openTerminal(master, slave))
         return SToolRun();
-    int slave = open(ptsname(master), O_RDWR | O_NOCTTY);
-    if (slave < 0) {
-        close(master);
-        return SToolRun();
-    }
     int outPipe[2], errPipe[2];
     pid_t pid = spawn(args, cwd, slave, outPipe, errPipe);
     close(slave);
@@ -215,5 +235,31 @@ SToolRun runToolOnTerminal(const std::vector<std::string>& args, const std::stri
             keyTyped = write(master, &key, 1) == 1;
         });
     close(master);
+    return run;
+}
+
+SToolRun runToolWithErrOnTerminal(const std::vector<std::string>& args, const std::string& cwd,
+                                  int columns, int timeoutSeconds) {
+    int master, slave;
+    if (!openTerminal(master, slave))
+        return SToolRun();
+    winsize size{};
+    size.ws_col = (unsigned short)columns;
+    size.ws_row = 24;
+    ioctl(master, TIOCSWINSZ, &size);
+    int in = open("/dev/null", O_RDONLY);
+    int outPipe[2], errPipe[2];
+    pid_t pid = spawn(args, cwd, in, outPipe, errPipe, slave);
+    close(in);
+    close(slave);
+    SToolRun run;
+    if (pid >= 0) {
+        // The terminal's output is read from its master side; errPipe[0] was a copy of
+        // the slave, which must close for the master to report the end.
+        close(errPipe[0]);
+        run = collect(pid, outPipe[0], master, timeoutSeconds, [](const std::string&) {});
+    } else {
+        close(master);
+    }
     return run;
 }

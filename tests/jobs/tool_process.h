@@ -46,6 +46,11 @@ SToolRun runToolOnTerminal(const std::vector<std::string>& args, const std::stri
                            const std::string& waitFor, char key, bool& keyTyped,
                            int timeoutSeconds = 30);
 
+// Runs the tool with its standard error on a pseudo-terminal `columns` wide (stdin from
+// /dev/null); `err` holds what the terminal received.
+SToolRun runToolWithErrOnTerminal(const std::vector<std::string>& args, const std::string& cwd,
+                                  int columns, int timeoutSeconds = 30);
+
 // A test that runs the tool: skipped when the tool is not built; m_dir is a fresh
 // folder named after the test.
 class ToolTest : public ::testing::Test {

@@ -152,8 +152,8 @@ TEST(Bounded, PrintingFailsInsteadOfCutting) {
     EXPECT_EQ(vq::scwprintf(L"%ls!", L"\u00e9\u00e9"), 3);
     EXPECT_EQ(vq::scwprintf(L"%ls", std::wstring(1000, L'x').c_str()), 1000);
     // Narrow text the "C" locale cannot decode fails at once instead of retrying.
-    EXPECT_EQ(vq::scwprintf(L"%s", "\xC3\xA9"), -1);
-    EXPECT_EQ(vq::scwprintf(L"%s", "plain"), 5);
+    EXPECT_EQ(vq::scwprintf(L"%S", "\xC3\xA9"), -1);
+    EXPECT_EQ(vq::scwprintf(L"%hs", "plain"), 5);
 }
 
 TEST(Bounded, LocalTimeAndItsTextForm) {

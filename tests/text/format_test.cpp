@@ -1,9 +1,12 @@
+#include "vqk/files/out_file.h"
 #include "vqk/text/format.h"
 #include "vqk/text/str_format.h"
 #include "expect_text.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdarg>
+#include <cstdio>
 #include <string>
 
 using vq::CFormat;
@@ -16,6 +19,14 @@ std::string rendered(const CFormat& f) {
     CStr s;
     vq::sprintf_s(s, f, false);
     return s.str();
+}
+
+// COutFile::print is checked by the compiler against the C library's conventions.
+void printTo(vq::COutFile& out, const char* format, ...) {
+    va_list args;
+    va_start(args, format);
+    out.vprint(format, args);
+    va_end(args);
 }
 
 } // namespace
@@ -89,6 +100,31 @@ TEST(CFormat, SprintfAndPrintfJoinThePieces) {
     CFormat(L"!").print();
     std::fflush(stdout);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "n=03 1.50!");
+}
+
+TEST(CFormat, FormatsFollowTheRuntimesConventionsOnEverySystem) {
+    // Wide formats take wide text for %s and %c; %I64 is a 64-bit size, not a width.
+    CStr s;
+    CWStr w;
+    EXPECT_STREQ(w.cformat(L"%s|%S|%hs|%ls|%ws|%c%C|%-4s|%.2s|%*S|%I64u", L"abc", "nar", "h", L"l", L"w",
+                           L'x', 'y', L"ab", L"xyz", 3, "n", vq::uint64(1) << 40),
+                 L"abc|nar|h|l|w|xy|ab  |xy|  n|1099511627776");
+    EXPECT_STREQ(s.cformat("%s|%S|%hs|%ls|%ws|%c%C|%I64u|%I64d|%5I64x|%I32d|%Iu|%%I64u", "abc", L"wid", "h",
+                           L"l", L"w", 'x', L'y', vq::uint64(18446744073709551615ull), -(1ll << 40),
+                           vq::uint64(255), 7, size_t(9)),
+                 "abc|wid|h|l|w|xy|18446744073709551615|-1099511627776|   ff|7|9|%I64u");
+    EXPECT_STREQ(vq::CStrFormat("%S=%I64u", L"n", vq::uint64(5)).str(), "n=5");
+    FILE* f = std::tmpfile();
+    ASSERT_NE(f, nullptr);
+    {
+        vq::COutFile out(f);
+        printTo(out, "%S %I64u", L"wide", vq::uint64(1) << 33);
+        out.flush();
+    }
+    char back[32] = {};
+    std::rewind(f);
+    EXPECT_STREQ(std::fgets(back, sizeof back, f), "wide 8589934592");
+    std::fclose(f);
 }
 
 TEST(CStrFormat, InlineBlockThenDoublingUpToTenAttempts) {

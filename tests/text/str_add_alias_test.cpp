@@ -92,6 +92,25 @@ TEST(CTStrFormat, FormatArgumentsAndPiecesMayBeTheStringsOwnText) {
     EXPECT_EQ(w, L"07w");
 }
 
+TEST(CTStrReset, ACopyOfTheWholeOwnBlockSurvivesGrowth) {
+    // The copy needs one element more than the block holds: growth must not free the
+    // block before it is read (the sanitizer build reports a read of a freed block).
+    using Reset = void (*)(CStr&, int);
+    const std::pair<Reset, const char*> resets[] = {
+        {[](CStr& s, int cap) { s.reset(s.str(), vq::uint64(cap)); }, "reset(p, n)"},
+        {[](CStr& s, int cap) { s.reset(s.str(), 0, cap); }, "reset(p, from, to)"}};
+    for (auto& r : resets) {
+        SCOPED_TRACE(r.second);
+        CStr s("abcdefg");
+        int cap = int(s.array().capacity());
+        std::memset(s.array().data() + 8, 'x', size_t(cap - 8));
+        std::string block(s.array().data(), size_t(cap));
+        r.first(s, cap);
+        ASSERT_EQ(s.array().size(), unsigned(cap) + 1);
+        EXPECT_EQ(std::string(s.array().data(), size_t(cap) + 1), block + '\0');
+    }
+}
+
 TEST(CTStrEdit, AnArrayFilledWithoutATerminatorIsEditedSafely) {
     // The block holds exactly the three characters: nothing may be read or written past it.
     char block[3];

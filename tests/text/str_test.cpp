@@ -1,5 +1,6 @@
 #include "vqk/text/format.h"
 #include "vqk/text/str.h"
+#include "vqk/text/substring.h"
 
 #include <gtest/gtest.h>
 
@@ -108,6 +109,35 @@ TEST(CTStr, FindSubStrReportsTheFirstMatchMetByItsScan) {
         EXPECT_EQ(CStr(c.text).findSubStr(c.sub), c.at);
     }
     EXPECT_EQ(vq::findSubStr(L"aaabaab", L"aab"), 4);
+
+    // The search skips the scans that cannot succeed: it must still give the plain
+    // matcher's answer, for every text and pattern over two letters.
+    auto plain = [](const std::string& t, const std::string& p) {
+        for (size_t s = 0; s + p.size() <= t.size(); ++s)
+            for (size_t i = s, k = 0; i < t.size(); ++i)
+                if (t[i] != p[k])
+                    k = 0;
+                else if (++k == p.size())
+                    return int(i + 1 - k);
+        return -1;
+    };
+    auto word = [](unsigned bits, unsigned n) {
+        std::string w;
+        for (unsigned i = 0; i < n; ++i)
+            w += "ab"[(bits >> i) & 1];
+        return w;
+    };
+    for (unsigned n = 1; n <= 11; ++n)
+        for (unsigned t = 0; t < (1u << n); ++t)
+            for (unsigned m = 1; m <= 4; ++m)
+                for (unsigned p = 0; p < (1u << m); ++p) {
+                    const std::string text = word(t, n), pat = word(p, m);
+                    int expected = plain(text, pat), count = 0;
+                    for (size_t at = 0; expected >= 0; expected = plain(text.substr(at), pat))
+                        ++count, at += size_t(expected) + m;
+                    ASSERT_EQ(vq::findSubStr(text.c_str(), pat.c_str()), plain(text, pat)) << text << " / " << pat;
+                    ASSERT_EQ(vq::numSubStr(text.c_str(), pat.c_str()), count) << text << " / " << pat;
+                }
 }
 
 TEST(CTStr, DeleteAndInsert) {

@@ -99,7 +99,7 @@ TEST_F(StringTableFolder, DefaultTableAndUnknownIds) {
 
 TEST_F(StringTableFolder, ApplicationFolderIsSearchedFirstPerFile) {
     std::string dir = tableFolder("string_table_app",
-                                  {{"orv_string.csv", "62407;\"Wahr\"\n500;\"Label\nDescription\"\n501;\"\nkept\"\n"
+                                  {{"orv_string.csv", "62407;\"Wahr\"\n500;\"Label\nDescription\"\n501;\"\nkept\nwhole\"\n"
                                                       "700;\"%s has %i items\"\n"},
                                    {"orv_string_repair.csv", "bad line\n600;repair\n500;\"other\"\n"},
                                    {"orv_strings_translator.csv", ""}});
@@ -115,7 +115,8 @@ TEST_F(StringTableFolder, ApplicationFolderIsSearchedFirstPerFile) {
     // Labels: the first line is dropped only when the line feed is not the first char.
     EXPECT_EQ(vq::CStr(500, false), "Description");
     EXPECT_EQ(vq::CStr(500, true), "Label\nDescription");
-    EXPECT_EQ(vq::CStr(501, false), "\nkept");
+    EXPECT_EQ(vq::CStr(501, false), "\nkept\nwhole");
+    EXPECT_EQ(vq::CStr().loadLabelOnly(501), "\nkept\nwhole");
     EXPECT_TRUE(vq::CWStr(500, false) == L"Description");
     vq::CStr s("old");
     EXPECT_EQ(s.loadLabelOnly(500), "Description");

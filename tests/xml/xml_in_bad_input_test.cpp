@@ -111,27 +111,36 @@ std::string sampleDocument() {
 
 } // namespace
 
-TEST(XmlInBadInput, EachMalformedShapeGivesItsMessage) {
+// Where the reader says the last error lies: "offset line:column".
+std::string placeOfError(CXmlIn& in) {
+    vq::SXmlPos at;
+    if (!in.errorPos(at))
+        return "none";
+    return std::to_string(at.offset) + " " + std::to_string(at.line) + ":" + std::to_string(at.column);
+}
+
+TEST(XmlInBadInput, EachMalformedShapeGivesItsMessageAndPlace) {
     struct Case {
         const char* doc;
         const char* message;
+        const char* at; // null: not checked (the walk itself throws "Unexpected tag")
     };
     const Case cases[] = {
-        {"", kEof},
-        {"   \n\t", kEof},
-        {"only text, no root", kEof},
-        {"<?xml version=\"1.0\"?>\n<!-- no root -->\n", kEof},
-        {"<a", kTag},
-        {"<a b='1'", kTag},
-        {"<a>", kEof},
-        {"<a><b>text", kEof},
-        {"<a b>", kAttrs},
-        {"<a b=>", kAttrs},
-        {"<a b=1>", kAttrs},
-        {"<a b='1>", kAttrs},
-        {"<a b=\"1'>", kAttrs},
-        {"<a b='1' / x>", kAttrs},
-        {"<a b.c='1'/>", kAttrs},
+        {"", kEof, "0 1:1"},
+        {"   \n\t", kEof, "5 2:2"},
+        {"only text, no root", kEof, "18 1:19"},
+        {"<?xml version=\"1.0\"?>\n<!-- no root -->\n", kEof, "39 3:1"},
+        {"<a", kTag, "0 1:1"},
+        {"<a>\n <b c='1'", kTag, "5 2:2"},
+        {"<a>", kEof, "3 1:4"},
+        {"<a><b>text", kEof, "10 1:11"},
+        {"<a b>", kAttrs, "4 1:5"},
+        {"<a\n  b=\n>", kAttrs, "8 3:1"},
+        {"<a b=1>", kAttrs, "5 1:6"},
+        {"<a b='1>", kAttrs, "7 1:8"},
+        {"<a b=\"1'>", kAttrs, "8 1:9"},
+        {"<a>\r\n<a b='1' / x>", kAttrs, "15 2:11"},
+        {"<a b.c='1'/>", kAttrs, "4 1:5"},
         {"<a b c='1'>", kAttrs},
         {"<a b-c='1'>", kAttrs},
         {"<a b =>", kAttrs},
@@ -142,27 +151,46 @@ TEST(XmlInBadInput, EachMalformedShapeGivesItsMessage) {
         {"</a >", kTag},
         {"</a b='1'>", kTag},
         {"</a/>", kTag},
-        {"<a></a x>", kTag},
-        {"<a></b>", kUnexpected},
-        {"<a><b></a></b>", kUnexpected},
+        {"<a></a x>", kTag, "6 1:7"},
+        {"<a></b>", kUnexpected, nullptr},
+        {"<a><b></a></b>", kUnexpected, nullptr},
     };
     for (const Case& c : cases) {
         ScratchXml f(c.doc);
         CXmlIn in(f.c_str());
         EXPECT_EQ(thrownText([&] { strictWalk(in); }), c.message) << c.doc;
+        if (c.at) {
+            EXPECT_EQ(placeOfError(in), c.at) << c.doc;
+        }
     }
 }
 
 TEST(XmlInBadInput, EndTagsAndExpectedNamesAreChecked) {
-    ScratchXml f("<a><b/></a><c/>");
+    ScratchXml f("<a><b/></a>\n<c/>");
     CXmlIn in(f.c_str());
+    EXPECT_EQ(placeOfError(in), "none");
     EXPECT_EQ(thrownText([&] { in.read("root"); }), kUnexpected);
+    EXPECT_EQ(placeOfError(in), "0 1:1");
     EXPECT_EQ(thrownText([&] { in.readEnd("a"); }), kTagEnd); // <b/> is no end tag
+    EXPECT_EQ(placeOfError(in), "3 1:4");
     EXPECT_EQ(thrownText([&] { in.readEnd("x"); }), kTagEnd); // </a> ends another element
-    in.read("c");
+    EXPECT_EQ(placeOfError(in), "7 1:8");
+    int n = 0;
+    EXPECT_EQ(thrownText([&] { in.attr("n", "%d", &n, true); }), "Missed required attribute");
+    EXPECT_EQ(placeOfError(in), "7 1:8");
+    in.read("c"); // asking for the place left the stream where it was
     EXPECT_EQ(thrownText([&] { in.readEnd("c"); }), ""); // an empty element ends itself
     EXPECT_EQ(thrownText([&] { in.skip(); }), "");        // and has nothing to skip
     EXPECT_EQ(thrownText([&] { in.readEnd(nullptr); }), kEof);
+    EXPECT_EQ(placeOfError(in), "16 2:5");
+    // A stream that cannot go back to its start cannot tell.
+    FILE* pipe = popen("printf '<a b>'", "r");
+    ASSERT_NE(pipe, nullptr);
+    ApXin x(pipe);
+    EXPECT_STREQ(x._readBeg(), kAttrs);
+    vq::SXmlPos at;
+    EXPECT_FALSE(x.errorPos(at));
+    pclose(pipe);
 }
 
 TEST(XmlInBadInput, EveryTruncationEndsInAMessage) {

@@ -1,5 +1,6 @@
 // The pull reader: opening files, tag operations, attribute conversions, text, the
 // scoped element reader and the forward searches.
+#include "vqk/files/out_file.h"
 #include "vqk/platform/file_open_read.h"
 #include "vqk/xml/xml_in.h"
 
@@ -72,6 +73,22 @@ TEST(XmlInOpen, StoresThePathAndReopensCleanly) {
     EXPECT_FALSE(in.isOpen());
     EXPECT_STREQ(in.fileName().str(), "");
     in.close(); // twice is harmless
+}
+
+TEST(XmlInOpen, TheLibrarysWritersAndTheReaderHoldEachOtherOff) {
+    ScratchXml a("<a x='1'/>");
+    vq::COutFile out;
+    {
+        CXmlIn in(a.c_str());
+        EXPECT_FALSE(out.open(a.c_str(), false, false)) << "the writer would empty the file being read";
+        in.read("a");
+        EXPECT_EQ(in.attrInt("x", 0), 1);
+    }
+    ASSERT_TRUE(out.open(a.c_str(), true, false));
+    CXmlIn in;
+    EXPECT_FALSE(in.open(a.c_str())) << "a file being written is not read";
+    out.close();
+    EXPECT_TRUE(in.open(a.c_str()));
 }
 
 TEST(XmlInOpen, WidePathsAreUtf8OnDisk) {

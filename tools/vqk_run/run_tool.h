@@ -7,6 +7,7 @@
 #include "vqk/xml/xml_escape.h"
 
 #include <map>
+#include <stdexcept>
 #include <string>
 
 namespace vqk_run {
@@ -34,12 +35,17 @@ void reportf(FReport report, vq::SJobStat& stat, int line, const char* format, .
 #endif
     ;
 
-// Reads `path` with the library's pull reader. Throws the reader's message (a
-// character string) when the file cannot be opened or is not well formed.
+// Reads `path` with the library's pull reader. Throws std::runtime_error when the file
+// cannot be opened or is not well formed: "path:line:column: " and the reader's message
+// (just "path: " where the place is unknown).
 SXmlShape readXmlShape(const char* path);
 
 // Writes the shape as an `xml_summary` element (its counters, then one `element`
 // child per name) on vq::xout.
 void writeXmlShape(const char* path, const SXmlShape& shape);
+
+// The jobs this tool has, one line each with what it takes ("\n  Jobs:\n  check ...").
+void jobList(vq::CStr& out);
+bool isToolJob(const char* name);
 
 } // namespace vqk_run

@@ -25,8 +25,8 @@ public:
         try {
             a = readXmlShape(m_a.c_str());
             b = readXmlShape(m_b.c_str());
-        } catch (const char* error) {
-            reportf(vq::logFail, summary(), __LINE__, "same_shape: %s", error);
+        } catch (const std::exception& e) {
+            reportf(vq::logFail, summary(), __LINE__, "same_shape: %s", e.what());
             return false;
         }
         vq::CXmlOutElem elem(vq::xout, "same_shape");

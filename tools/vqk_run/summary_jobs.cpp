@@ -14,8 +14,8 @@ bool xmlSummaryJob(int argc, char* const* argv, vq::SJobStat& stat) {
     for (int i = 1; i < argc; ++i) {
         try {
             writeXmlShape(argv[i], readXmlShape(argv[i]));
-        } catch (const char* error) {
-            reportf(vq::logFail, stat, __LINE__, "%s: %s", argv[i], error);
+        } catch (const std::exception& e) {
+            reportf(vq::logFail, stat, __LINE__, "%s", e.what());
         }
     }
     return stat.isOk();

@@ -2,15 +2,13 @@
 
 #include <chrono>
 #include <cstdarg>
+#include <stdexcept>
 
 namespace vqk_run {
 
-SXmlShape readXmlShape(const char* path) {
-    const auto start = std::chrono::steady_clock::now();
-    SXmlShape shape;
-    vq::CXmlIn in;
-    if (!in.open(path))
-        throw "File is not open";
+namespace {
+
+void readShape(vq::CXmlIn& in, SXmlShape& shape) {
     in.readHeader();
     int depth = 0;
     do {
@@ -27,6 +25,27 @@ SXmlShape readXmlShape(const char* path) {
         if (in.isTagStart())
             ++depth;
     } while (depth > 0);
+}
+
+} // namespace
+
+SXmlShape readXmlShape(const char* path) {
+    const auto start = std::chrono::steady_clock::now();
+    SXmlShape shape;
+    vq::CXmlIn in;
+    try {
+        if (!in.open(path))
+            throw vq::xmlInErrNotOpen;
+        readShape(in, shape);
+    } catch (const char* error) {
+        vq::SXmlPos at;
+        vq::CStr msg;
+        if (in.errorPos(at))
+            msg.cformat("%s:%d:%d: %s", path, at.line, at.column, error);
+        else
+            msg.cformat("%s: %s", path, error);
+        throw std::runtime_error(msg.str());
+    }
     shape.seconds =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     return shape;

@@ -27,6 +27,7 @@
 #pragma once
 
 #include "vqk/config.h"
+#include "vqk/platform/crash.h"
 #include "vqk/text/str.h"
 
 namespace vq {
@@ -61,10 +62,28 @@ public:
     // The same after a "<crash/>" line (mode log only); the argument is not used.
     static void dumpCallStack(int);
 
+    // Crash records. writeMiniDump writes a dump of the process, with the fault `info`
+    // describes when given, into the folder `path` (null: the one given to
+    // installCrashHandler, else the temporary folder) as "<day>_<Month>_<hour>_<minute>.dmp"
+    // in local time, and a <writeMiniDump> block into the log (whatever the mode) telling
+    // the library's version and where the dump went, or why it did not. 0 when the dump
+    // was saved, else the system's error code (negative: no dump support). It allocates
+    // nothing and may run in a dying process.
+    static long writeMiniDump(SExceptionPointers* info, const char* path);
+    // From now on a fatal fault (on POSIX the signals SIGSEGV, SIGBUS, SIGFPE, SIGILL and
+    // SIGABRT; on Windows an unhandled exception) flushes vq::xout's stream, so that the
+    // job_log written so far survives, calls writeMiniDump with the fault and `dumpFolder`,
+    // then lets the process end as it would have. False when the system refused.
+    static bool installCrashHandler(const char* dumpFolder);
+
 private:
     static CStr logName();
     static bool isFirstOut();
 };
+
+// For use as an exception filter: writes the dump and returns 1 (run the handler);
+// `code` is not used.
+VQK_API int logException(unsigned code, SExceptionPointers* info, const char* path);
 
 } // namespace vq
 

@@ -3,6 +3,9 @@
 #include "vqk/diagnostics/log_workflow.h"
 #include "vqk/platform/environment.h"
 
+#include <atomic>
+#include <cstdlib>
+#include <cstring>
 #include <mutex>
 
 namespace vq {
@@ -15,8 +18,10 @@ const char* const kFirstOutVar = "_ORV_ASSERTS_FIRST_OUT";
 struct SLogFile {
     std::mutex lock;
     std::string name;
-    bool firstOut = true;
+    std::atomic<bool> firstOut{true};
 };
+
+char g_resolved[4096];
 
 // Never destroyed: assertions may fail in destructors of other statics.
 SLogFile& file() {
@@ -48,13 +53,21 @@ void endFirstOutLocked(SLogFile& f) {
     f.firstOut = false;
 }
 
-std::string nameLocked(SLogFile& f) {
+std::string chooseName(SLogFile& f) {
     if (!f.name.empty())
         return f.name;
     std::string v;
     if (platform::getEnv(kNameVar, v) && !v.empty())
         return v;
     return platform::tempFolder() + "asserts.log";
+}
+
+// Remembers the result for a crash handler (a name too long for it is not kept).
+std::string nameLocked(SLogFile& f) {
+    std::string n = chooseName(f);
+    if (n.size() < sizeof g_resolved && std::strcmp(g_resolved, n.c_str()) != 0)
+        std::memcpy(g_resolved, n.c_str(), n.size() + 1);
+    return n;
 }
 
 } // namespace
@@ -70,6 +83,7 @@ void setName(const char* name) {
     {
         std::lock_guard<std::mutex> hold(f.lock);
         f.name = name ? name : "";
+        nameLocked(f);
     }
     putEnv(kNameVar, name ? name : "");
 }
@@ -103,6 +117,17 @@ void close(std::FILE* stream) {
         endFirstOutLocked(f);
     }
     std::fclose(stream);
+}
+
+void resolve() { name(); }
+
+const char* resolvedName() { return g_resolved; }
+
+bool isFirstOutUnlocked() {
+    if (!file().firstOut)
+        return false;
+    const char* v = std::getenv(kFirstOutVar);
+    return !v || !*v;
 }
 
 } // namespace assert_log

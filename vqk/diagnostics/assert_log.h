@@ -26,5 +26,11 @@ void setFirstOut(bool firstOut);
 std::FILE* open();
 void close(std::FILE* f);
 
+// For a crash handler, which must not lock or allocate: the name as last resolved
+// (resolve() resolves it now), and the first-out rule read without the lock.
+void resolve();
+const char* resolvedName();
+bool isFirstOutUnlocked();
+
 } // namespace assert_log
 } // namespace vq

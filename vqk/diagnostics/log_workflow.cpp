@@ -2,6 +2,7 @@
 #include "vqk/files/file_path.h"
 #include "vqk/platform/environment.h"
 #include "vqk/platform/log_clock.h"
+#include "vqk/platform/printf.h"
 
 #include <chrono>
 #include <cstdio>
@@ -196,7 +197,7 @@ void CLogWorkflow::vmsg(int level, const char* format, va_list args) {
     char text[kTextSize];
     text[0] = 0;
     if (format) {
-        int n = std::vsnprintf(text, sizeof text, format, args);
+        int n = std::vsnprintf(text, sizeof text, platform::CNativeFormat<char>(format).str(), args);
         if (n < 0)
             text[0] = 0;
         else if (n >= kTextSize)

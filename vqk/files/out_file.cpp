@@ -1,6 +1,7 @@
 #include "vqk/files/out_file.h"
 
 #include "vqk/platform/file_lock.h"
+#include "vqk/platform/printf.h"
 #include "vqk/text/convert.h"
 #include "vqk/text/str.h"
 
@@ -15,12 +16,14 @@ namespace {
 int runtimePrint(FILE* f, const char* format, ...) {
     va_list args;
     va_start(args, format);
-    int n = std::vfprintf(f, format, args);
+    int n = std::vfprintf(f, platform::CNativeFormat<char>(format).str(), args);
     va_end(args);
     return n;
 }
 
-int runtimeVPrint(FILE* f, const char* format, va_list args) { return std::vfprintf(f, format, args); }
+int runtimeVPrint(FILE* f, const char* format, va_list args) {
+    return std::vfprintf(f, platform::CNativeFormat<char>(format).str(), args);
+}
 
 size_t runtimeWrite(const void* data, size_t size, size_t count, FILE* f) {
     return std::fwrite(data, size, count, f);

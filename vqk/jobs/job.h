@@ -102,9 +102,9 @@ private:
     const char* m_appName;
     SJobStat m_stat;
     CStr m_dir;
-    // Job files open inside each other (a list naming a list); bounded so that a list
-    // naming itself fails instead of exhausting the stack.
-    int m_fileDepth = 0;
+    // Full paths of the job files open inside each other (a list naming a list), outermost
+    // first: a file already on the chain is refused, and the chain's length is bounded.
+    TVectorC<CStr> m_openFiles;
 };
 
 } // namespace vq

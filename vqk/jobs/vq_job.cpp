@@ -4,6 +4,7 @@
 
 #include "vqk/diagnostics/log_workflow.h"
 #include "vqk/files/file_path.h"
+#include "vqk/jobs/progress.h"
 #include "vqk/platform/clock.h"
 #include "vqk/platform/console.h"
 #include "vqk/platform/current_dir.h"
@@ -52,17 +53,24 @@ enum { eMessageSize = 2048, eArgTextSize = 1024, eElemNameSize = 256, eArgNameSi
 
 enum { eMaxFileDepth = 32 };
 
-// Counts one more job file open for the life of the scope.
-class CDepth {
+// Keeps a job file on the chain of open job files for the life of the scope.
+class COpenJobFile {
 public:
-    explicit CDepth(int& depth) : m_depth(depth) { ++m_depth; }
-    ~CDepth() { --m_depth; }
-    CDepth(const CDepth&) = delete;
-    CDepth& operator=(const CDepth&) = delete;
+    COpenJobFile(TVectorC<CStr>& chain, const CStr& path) : m_chain(chain) { m_chain.push_back(path); }
+    ~COpenJobFile() { m_chain.pop_back(); }
+    COpenJobFile(const COpenJobFile&) = delete;
+    COpenJobFile& operator=(const COpenJobFile&) = delete;
 
 private:
-    int& m_depth;
+    TVectorC<CStr>& m_chain;
 };
+
+bool onChain(const TVectorC<CStr>& chain, const CStr& path) {
+    for (const CStr& open : chain)
+        if (open == path)
+            return true;
+    return false;
+}
 
 const char* nonNull(const char* s) { return s ? s : ""; }
 
@@ -363,7 +371,13 @@ void CJob::runJobMask(SJobStat& stat, const char* dir, const char* mask, const c
             prefix.reset(mask, 0, i + 1);
             break;
         }
+    // The counter and the name are set apart by ") - ": "Tests (2/5) - data/b.xml".
+    CProgress tests(double(files.size()), "Tests");
+    int counter = 0;
     for (const CStr& f : files) {
+        CStr step;
+        step.cformat("Tests (%d/%d) - %s%s", ++counter, int(files.size()), prefix.str(), f.str());
+        tests.resetText(step.str());
         CArgs a;
         a.add(args[0]);
         a.add(name);
@@ -373,6 +387,7 @@ void CJob::runJobMask(SJobStat& stat, const char* dir, const char* mask, const c
         for (int k = 1; k < argc; ++k)
             a.add(args[k]);
         main_job(a.argc(), a.argv(), stat);
+        tests.progress(1);
     }
 }
 
@@ -419,8 +434,7 @@ void CJob::runJobEntry(SJobStat& stat, CXmlIn& in, const char* program) {
 }
 
 bool CJob::main_file(int /*argc*/, char* const* argv, SJobStat& stat) {
-    CDepth depth(m_fileDepth);
-    if (m_fileDepth > eMaxFileDepth) {
+    if (int(m_openFiles.size()) >= eMaxFileDepth) {
         failf(stat, __LINE__, "Job files nested too deeply: %s", argv[1]);
         return stat.isOk();
     }
@@ -429,6 +443,13 @@ bool CJob::main_file(int /*argc*/, char* const* argv, SJobStat& stat) {
         failf(stat, __LINE__, "%s is not a valid file path", argv[1]);
         return stat.isOk();
     }
+    // A list that names itself, directly or through other lists, would run without end
+    // in breadth even where the nesting limit bounds its depth.
+    if (onChain(m_openFiles, full)) {
+        failf(stat, __LINE__, "Job file already open by a list that runs it: %s", argv[1]);
+        return stat.isOk();
+    }
+    COpenJobFile open(m_openFiles, full);
     TFilePath<char> path(full);
     CStr folder;
     path.getDriveFolder(folder);

@@ -2,8 +2,9 @@
 //
 // Opening an output file so that no other writer can use it at the same time. The
 // file is created when missing; it is emptied only after the lock is held, so a file
-// that another writer still has open is never truncated under it. Readers are not
-// held off.
+// that another writer still has open is never truncated under it. Plain readers are
+// not held off, but a file the library's reader has open (file_open_read.h) is refused
+// like one another writer holds.
 //
 //   FILE* f = vq::platform::openFileDenyWriters("report.xml", false);
 //   if (!f) { /* missing folder, no permission, or another writer holds it */ }

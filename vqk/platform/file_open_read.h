@@ -1,14 +1,15 @@
 // vqk/platform/file_open_read.h
 //
 // Opening a file named by a wide path for reading, as the XML reader does. The path is
-// handed to the system in its own encoding (UTF-8 on POSIX, UTF-16 on Windows). On
-// Windows other writers are denied while the stream is open; POSIX has no mandatory
-// sharing modes, so there the file is simply opened.
+// handed to the system in its own encoding (UTF-8 on POSIX, UTF-16 on Windows). While
+// the stream is open, writers are denied: on Windows every writer, on POSIX (which has
+// only advisory locks) the writers that lock, those of vqk/platform/file_lock.h among
+// them. A file such a writer has open is not opened.
 //
 //   FILE* f = vq::platform::openForReading(L"job.xml");
 //   if (!f) { /* missing, unreadable or a null/empty path */ }
 //
-// Returns null when the file cannot be opened; errno tells why.
+// Returns null when the file cannot be opened or a writer holds it; errno tells why.
 #pragma once
 
 #include "vqk/config.h"

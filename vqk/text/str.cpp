@@ -5,6 +5,7 @@
 #include "vqk/text/format.h"
 #include "vqk/text/scratch_block.h"
 #include "vqk/text/string_table.h"
+#include "vqk/text/sub_search.h"
 #include "vqk/text/utf8.h"
 
 #include <climits>
@@ -37,29 +38,10 @@ uint32_t checkedSize(uint64 n) {
 int printCount(const char* fmt, va_list args) { return vscprintf(fmt, args); }
 int printCount(const wchar_t* fmt, va_list args) { return vscprintf(fmt, args); }
 
-// The search of findSubStr, shared by the member and the free functions.
 void convertUtf8(CTStr<char>& out, const wchar_t* s) { wstrtostr(out, s, true); }
 void convertUtf8(CTStr<wchar_t>& out, const char* s) { strtowstr(out, s, true); }
 
-template <class T> int findSub(const T* text, int n, const T* pat) {
-    int m = textLength(pat);
-    if (n <= 0 || m == 0)
-        return -1;
-    for (int s = 0; s < n; ++s) {
-        int k = 0;
-        for (int i = s; i < n; ++i) {
-            if (text[i] == pat[k]) {
-                if (++k == m)
-                    return i - m + 1;
-            } else {
-                k = 0;
-            }
-        }
-        if (s + m > n)
-            break; // no later start can hold a whole match
-    }
-    return -1;
-}
+template <class T> int findSub(const T* text, int n, const T* pat) { return CSubSearch<T>(pat).in(text, n); }
 
 } // namespace
 
@@ -114,12 +96,14 @@ template <class T> CTStr<T>& CTStr<T>::operator=(CTStr&& s) noexcept {
 
 template <class T> void CTStr<T>::assignText(const T* s, uint32_t n) {
     m_addEnd = 0;
-    // s may point into this string's own block: it is then no longer than the
-    // content, so the block does not move and memmove copies safely.
+    // s may point into this string's own block, and the copy may reach to its end:
+    // the block a growth replaces is freed only once the text is copied out of it.
+    T* old = m_a.growKeepingOld(n + 1);
     m_a.resize(n + 1);
     if (n)
         std::memmove(m_a.data(), s, n * sizeof(T));
     m_a[n] = 0;
+    TVector<T>::releaseBlock(old);
 }
 
 template <class T> void CTStr<T>::reset(const T* s, int from, int to) {
@@ -230,10 +214,12 @@ template <class T> void CTStr<T>::append(const wchar_t* s) {
 }
 
 template <class T> void CTStr<T>::dropLabelLine() {
+    // A text that starts with a line feed has no label line: it is kept whole.
     int n = length();
-    for (int i = 1; i < n; ++i) {
+    for (int i = 0; i < n; ++i) {
         if (m_a[i] == T('\n')) {
-            deleteSubStr(0, i);
+            if (i > 0)
+                deleteSubStr(0, i);
             return;
         }
     }

@@ -1,5 +1,7 @@
 #include "vqk/text/substring.h"
 
+#include "vqk/text/sub_search.h"
+
 #include <cstring>
 
 namespace vq {
@@ -13,14 +15,14 @@ template <class T> bool matchesAt(const T* s, const T* what, int n) {
 }
 
 template <class T> int countSub(const T* text, const T* pattern) {
-    int m = textLength(pattern);
-    if (!textLength(text) || !m)
-        return 0;
+    CSubSearch<T> find(pattern);
+    const int m = find.patternLength();
+    int n = textLength(text);
     int count = 0;
-    const T* p = text;
-    for (int at; (at = findSubStr(p, pattern)) >= 0;) {
+    for (int at; m && (at = find.in(text, n)) >= 0;) {
         ++count;
-        p += at + m;
+        text += at + m;
+        n -= at + m;
     }
     return count;
 }

@@ -17,8 +17,8 @@
 // Growth beyond what a signed 32-bit capacity can describe throws std::bad_alloc, as
 // does a failed allocation; nothing else fails.
 //
-// TVectorC<T> is the array of class objects (strings, records with owners) used where
-// elements need construction and destruction.
+// TVectorC<T> (vector_c.h, included here) is the array of class objects on the same
+// growth rule.
 #pragma once
 
 #include "vqk/config.h"
@@ -31,6 +31,20 @@
 #include <vector>
 
 namespace vq {
+
+// The capacity is a signed 32-bit count: a larger block cannot be described.
+inline uint32_t checkedCapacity(uint64_t n) {
+    if (n > uint64_t(INT32_MAX))
+        throw std::bad_alloc();
+    return uint32_t(n);
+}
+
+// The capacity an owned block of `capacity` elements grows to when `needed` elements
+// must fit: a quarter of the old capacity more above 2047, a half above 4, else 4.
+inline uint32_t grownCapacity(uint32_t capacity, uint32_t needed) {
+    uint32_t extra = capacity > 2047 ? capacity / 4 : (capacity > 4 ? capacity / 2 : 4);
+    return checkedCapacity(uint64_t(needed) + extra);
+}
 
 template <class T> class TVector {
     static_assert(std::is_trivially_copyable<T>::value, "TVector holds trivially copyable elements");
@@ -71,9 +85,7 @@ public:
             return nullptr;
         }
         T* old = m_capacity < 0 ? m_data : nullptr;
-        uint32_t c = uint32_t(-int64_t(m_capacity));
-        uint32_t extra = c > 2047 ? c / 4 : (c > 4 ? c / 2 : 4);
-        moveTo(checkedCapacity(uint64_t(n) + extra));
+        moveTo(grownCapacity(uint32_t(-int64_t(m_capacity)), n));
         return old;
     }
     static void releaseBlock(T* block) { ::operator delete(block); }
@@ -125,17 +137,12 @@ public:
     void append(const T* p, uint32_t n) {
         if (!n)
             return;
-        if (m_size + n > capacity()) {
-            // p may point at this array's own elements, which growth moves.
-            const T* old = m_data;
-            bool inside = old && p >= old && p < old + m_size;
-            size_t offset = inside ? size_t(p - old) : 0;
-            grow(m_size + n);
-            if (inside)
-                p = m_data + offset;
-        }
+        // p may point into this array's own block: the block a growth replaces is
+        // freed only after the copy.
+        T* old = growKeepingOld(m_size + n);
         std::memmove(static_cast<void*>(m_data + m_size), p, n * sizeof(T));
         m_size += n;
+        releaseBlock(old);
     }
     void assign(const T* p, uint32_t n) {
         m_size = 0;
@@ -143,12 +150,6 @@ public:
     }
 
 private:
-    // The capacity is a signed 32-bit count: a larger block cannot be described.
-    static uint32_t checkedCapacity(uint64_t n) {
-        if (n > uint64_t(INT32_MAX))
-            throw std::bad_alloc();
-        return uint32_t(n);
-    }
     // Moves the elements in use to a new block of cap elements (cap always exceeds the
     // size; the bound only tells the compiler so). The old block is left to the caller.
     void moveTo(uint32_t cap) {
@@ -191,25 +192,6 @@ private:
 // The character array given to CTStr::deleteChars.
 template <class T> using TAc = TVector<T>;
 
-template <class T> class TVectorC {
-public:
-    uint32_t size() const { return uint32_t(m_items.size()); }
-    bool empty() const { return m_items.empty(); }
-    T& operator[](int64_t i) { return m_items[size_t(i)]; }
-    const T& operator[](int64_t i) const { return m_items[size_t(i)]; }
-    T& add() { return m_items.emplace_back(); }
-    void push_back(const T& v) { m_items.push_back(v); }
-    void push_back(T&& v) { m_items.push_back(std::move(v)); }
-    void clear() { m_items.clear(); }
-    void resize(uint32_t n) { m_items.resize(n); }
-    void swap(TVectorC& o) noexcept { m_items.swap(o.m_items); }
-    T* begin() { return m_items.data(); }
-    T* end() { return m_items.data() + m_items.size(); }
-    const T* begin() const { return m_items.data(); }
-    const T* end() const { return m_items.data() + m_items.size(); }
-
-private:
-    std::vector<T> m_items;
-};
-
 } // namespace vq
+
+#include "vqk/text/vector_c.h"

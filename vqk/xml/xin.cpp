@@ -113,14 +113,14 @@ const char* readConstruct(ApXin& x, uint32_t offset, uint32_t& length) {
     FILE* f = x.m_file;
     if (!f) {
         x.m_buf[offset] = 0;
-        return apXinErrEof;
+        return x.failAt(apXinErrEof, 0);
     }
     int c;
     do {
         c = nextByte(f);
         if (c == EOF) {
             x.m_buf[offset] = 0;
-            return apXinErrEof;
+            return x.failAt(apXinErrEof, 0);
         }
     } while (c != '<');
 
@@ -134,13 +134,13 @@ const char* readConstruct(ApXin& x, uint32_t offset, uint32_t& length) {
         if (stop == EOF) {
             *p = 0;
             length = uint32_t(p - (base + offset));
-            return apXinErrTag;
+            return x.failAt(apXinErrTag, length + 1); // at the '<' that never closes
         }
         uint32_t used = uint32_t(p - base);
         if (used >= kMaxConstruct) {
             *p = 0;
             length = used - offset;
-            return apXinErrTag;
+            return x.failAt(apXinErrTag, length + 1);
         }
         x.m_buf.resize(used);
         x.m_buf.grow(x.m_buf.capacity() + 1);
@@ -155,6 +155,10 @@ const char* readConstruct(ApXin& x, uint32_t offset, uint32_t& length) {
 // Cuts the construct in the tag buffer into name and attributes.
 const char* cutTag(ApXin& x, int header) {
     char* p = x.m_buf.data();
+    // A refused tag is placed at the byte where it stopped making sense.
+    auto refuse = [&x, &p](const char* error) {
+        return x.failAt(error, x.m_length + 1 - uint32_t(p - x.m_buf.data()));
+    };
     if (*p == '/') {
         x.m_type = eXmlTagEnd;
         ++p;
@@ -168,7 +172,7 @@ const char* cutTag(ApXin& x, int header) {
     if (!*p)
         return nullptr;
     if (x.m_type == eXmlTagEnd)
-        return apXinErrTag;
+        return refuse(apXinErrTag);
 
     bool closed = false;
     bool anyEntity = false;
@@ -188,13 +192,13 @@ const char* cutTag(ApXin& x, int header) {
         char* end = p;
         if (*p != '=') {
             if (!*p || !isBlank(*p))
-                return apXinErrAttributes;
+                return refuse(apXinErrAttributes);
             *end = 0;
             ++p;
             while (*p && isBlank(*p))
                 ++p;
             if (*p != '=')
-                return apXinErrAttributes;
+                return refuse(apXinErrAttributes);
         }
         *end = 0;
         ++p;
@@ -202,7 +206,7 @@ const char* cutTag(ApXin& x, int header) {
             ++p;
         char quote = *p;
         if (quote != '"' && quote != '\'')
-            return apXinErrAttributes;
+            return refuse(apXinErrAttributes);
         // Values are short: an inline scan beats a library search here, and it notes
         // on the way whether there is anything to decode.
         char* value = ++p;
@@ -212,7 +216,7 @@ const char* cutTag(ApXin& x, int header) {
             if (*p == quote)
                 break;
             if (!*p)
-                return apXinErrAttributes;
+                return refuse(apXinErrAttributes);
             anyEntity |= *p == '&';
             ++p;
         }
@@ -221,7 +225,7 @@ const char* cutTag(ApXin& x, int header) {
     }
     if (closed) {
         if (*p)
-            return apXinErrAttributes;
+            return refuse(apXinErrAttributes);
         x.m_type = eXmlTagEmpty;
     }
     if (x.m_smallFirstLetter)
@@ -270,6 +274,8 @@ ApXin::~ApXin() = default;
 
 void ApXin::init(FILE* file) {
     m_file = file;
+    m_errorEnd = -1;
+    m_length = 0;
     m_buf.reserve(kInitialBuffer);
     m_buf[0] = 0;
     m_tag = m_buf.data();
@@ -290,6 +296,7 @@ const char* ApXin::_readBegHeader(int header) {
         uint32_t length = 0;
         const char* err = readConstruct(*this, 0, length);
         m_tag = m_buf.data();
+        m_length = length;
         if (err)
             return err;
         char first = m_buf[0];
@@ -317,7 +324,8 @@ const char* ApXin::_readEnd(const char* name) {
     if (const char* err = _readBegHeader(0))
         return err;
     if ((name && std::strcmp(m_tag, name) != 0) || m_type != eXmlTagEnd)
-        return apXinErrTagEnd;
+        return failAt(apXinErrTagEnd, m_length + 2); // at the other tag's '<'
+
     return nullptr;
 }
 
@@ -356,6 +364,64 @@ const char* ApXin::_skip() {
     }
     m_type = eXmlTagEnd;
     return nullptr;
+}
+
+const char* ApXin::failAt(const char* error, uint32_t back) const {
+    m_errorEnd = m_file ? std::ftell(m_file) : -1;
+    m_errorBack = back;
+    return error;
+}
+
+namespace {
+
+// Reads and counts up to n bytes from f, noting the line ends met.
+long long countBytes(FILE* f, long long n, vq::SXmlPos& pos, long long& lineStart) {
+    char block[1 << 14];
+    long long done = 0;
+    while (done < n) {
+        const long long room = (long long)sizeof block;
+        size_t want = size_t(n - done < room ? n - done : room);
+        size_t got = std::fread(block, 1, want, f);
+        for (size_t i = 0; i < got; ++i)
+            if (block[i] == '\n') {
+                ++pos.line;
+                lineStart = pos.offset + done + (long long)i + 1;
+            }
+        done += (long long)got;
+        if (got < want)
+            break;
+    }
+    return done;
+}
+
+} // namespace
+
+bool ApXin::errorPos(vq::SXmlPos& pos) {
+    if (m_errorEnd < 0 || !m_file)
+        return false;
+    const long keep = std::ftell(m_file);
+    if (keep < 0 || std::fseek(m_file, 0, SEEK_SET) != 0)
+        return false;
+    // The bytes up to the error's stream position, in halves: a stream that turns two
+    // bytes into one (a text-mode line end) is never read past that position.
+    vq::SXmlPos end;
+    long long lineStart = 0;
+    for (long at; (at = std::ftell(m_file)) >= 0 && at < m_errorEnd;) {
+        long long half = (long long)(m_errorEnd - at) / 2;
+        long long got = countBytes(m_file, half > 0 ? half : 1, end, lineStart);
+        end.offset += got;
+        if (got == 0)
+            break;
+    }
+    const long long target = end.offset > (long long)m_errorBack ? end.offset - (long long)m_errorBack : 0;
+    pos = vq::SXmlPos();
+    pos.line = 1;
+    lineStart = 0;
+    bool ok = std::fseek(m_file, 0, SEEK_SET) == 0;
+    pos.offset = ok ? countBytes(m_file, target, pos, lineStart) : 0;
+    pos.column = int(pos.offset - lineStart) + 1;
+    std::fseek(m_file, keep, SEEK_SET);
+    return ok;
 }
 
 bool ApXin::isTag(const char* name) const { return name && std::strcmp(m_tag, name) == 0; }

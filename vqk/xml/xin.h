@@ -17,7 +17,11 @@
 //
 // Failures: every reading function returns null on success or one of the four
 // message texts below, never throws. After an error the tag buffer and the attribute
-// list hold whatever had been cut so far; the caller abandons the document.
+// list hold whatever had been cut so far; the caller abandons the document, and
+// errorPos() tells where it went wrong:
+//
+//   vq::SXmlPos at;
+//   if (x.errorPos(at)) { ... at.line, at.column ... }
 //
 // The stream is not owned and not closed. It is read without taking its lock, so it
 // belongs to this one tokenizer and to one thread at a time. Nothing is allocated per
@@ -36,6 +40,16 @@ VQK_API extern const char* const apXinErrEof;         // "XML error: unexpected 
 VQK_API extern const char* const apXinErrTag;         // "XML error: invalid tag"
 VQK_API extern const char* const apXinErrAttributes;  // "XML error: invalid tag attributes"
 VQK_API extern const char* const apXinErrTagEnd;      // "XML error: invalid tag end"
+
+namespace vq {
+// A place in a document: `offset` counts the bytes before it from the stream's start;
+// `line` and `column` (in bytes) are 1-based.
+struct SXmlPos {
+    long long offset = 0;
+    int line = 0;
+    int column = 0;
+};
+} // namespace vq
 
 // The kind of the tag in hand (32-bit).
 enum EXmlTagType : int32_t {
@@ -62,6 +76,12 @@ public:
     vq::TVector<char> m_buf;           // text of the last construct, cut in place
     vq::TVector<SAttr> m_attrs;        // attributes of the tag in hand
     bool m_smallFirstLetter = false;   // attribute names compared with a lowered first letter
+    uint32_t m_length = 0;             // bytes of the last construct between its '<' and '>'
+    // The last error lies m_errorBack bytes before the stream position m_errorEnd (-1: no
+    // error, or a stream that cannot tell its position). Only a failure sets them, also
+    // one found by a lookup that changes nothing else.
+    mutable long m_errorEnd = -1;
+    mutable uint32_t m_errorBack = 0;
 
     ApXin();
     explicit ApXin(FILE* file);
@@ -124,6 +144,16 @@ public:
     int readI1(int* target, int n);
     int readD1(double* target, int n);
     int readID1(vq::uint64* target, int n);
+
+    // Where the last error returned (or thrown by the reader above) lies: at the byte
+    // where a tag stops making sense, at the '<' of a tag that is not the one expected
+    // or never closes, or at the end of the stream. Nothing is counted while reading
+    // succeeds: the stream is read again from its start when asked, then put back where
+    // it was. False when there was no error since init() or the stream cannot be
+    // repositioned (a pipe).
+    bool errorPos(vq::SXmlPos& pos);
+    // Notes the place of an error `back` bytes before the read position; returns `error`.
+    const char* failAt(const char* error, uint32_t back) const;
 
     // Turning the flag on lowers at once the first letter of every attribute name of the
     // tag in hand; later tags are lowered as they are read.

@@ -94,7 +94,7 @@ void CXmlIn::peek() {
 void CXmlIn::read(const char* name) {
     readAny();
     if (name && !ApXin::isTag(name))
-        throw xmlInErrUnexpectedTag;
+        throw failAt(xmlInErrUnexpectedTag, m_length + 2);
 }
 
 bool CXmlIn::read2(const char* name) {

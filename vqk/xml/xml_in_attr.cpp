@@ -22,7 +22,7 @@ bool CXmlIn::attr(const char* name, const char* format, void* target, bool requi
             return true;
     }
     if (required)
-        throw xmlInErrMissedAttr;
+        throw failAt(xmlInErrMissedAttr, m_length + 2);
     return false;
 }
 

@@ -27,7 +27,7 @@ void CXmlElemIn::begin(const char* name) {
         // The enclosing element is closed already: its end tag is in hand, and this
         // element can only be that same tag.
         if (name && !m_in->isTag(name))
-            throw xmlInErrUnexpectedTag;
+            throw m_in->failAt(xmlInErrUnexpectedTag, m_in->m_length + 2);
     } else {
         m_in->read(name);
     }

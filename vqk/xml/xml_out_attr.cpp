@@ -6,6 +6,7 @@
 // that is not '.' the double forms go through printf like the general form.
 #include "vqk/xml/xml_out.h"
 
+#include "vqk/platform/printf.h"
 #include "vqk/xml/xml_escape_run.h"
 
 #include <cctype>
@@ -141,7 +142,9 @@ void CXmlOut::vattr(const char* name, const char* format, va_list args) {
     attrWith(name, escapeRoom(kValueBufferSize), [&](char* p) { return putFormatted(p, format, args); });
 }
 
-char* CXmlOut::putFormatted(char* p, const char* format, va_list args) {
+char* CXmlOut::putFormatted(char* p, const char* runtimeFormat, va_list args) {
+    platform::CNativeFormat<char> native(runtimeFormat);
+    const char* format = native.str();
     va_list copy;
     va_copy(copy, args);
     int n = std::vsnprintf(m_value, sizeof m_value, format, copy);

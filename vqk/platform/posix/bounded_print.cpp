@@ -27,9 +27,10 @@ template <class T> int printBounded(T* buf, size_t size, const T* fmt, va_list a
         errno = EINVAL;
         return -1;
     }
+    CNativeFormat<T> native(fmt);
     va_list copy;
     va_copy(copy, args);
-    int n = printInto(buf, size, fmt, copy);
+    int n = printInto(buf, size, native.str(), copy);
     va_end(copy);
     if (n < 0 || size_t(n) >= size) {
         buf[0] = 0;

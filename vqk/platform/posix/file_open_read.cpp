@@ -1,8 +1,10 @@
-// The POSIX side of vqk/platform/file_open_read.h: the wide path goes to fopen as UTF-8.
+// The POSIX side of vqk/platform/file_open_read.h: the wide path goes to fopen as UTF-8,
+// and the file is held with a shared lock until the stream is closed.
 #include "vqk/platform/file_open_read.h"
 
 #include "vqk/text/utf8.h"
 
+#include <sys/file.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -27,12 +29,22 @@ FILE* openForReading(const wchar_t* path) {
         return nullptr;
     }
     FILE* f = std::fopen(narrow.data(), "r");
+    if (!f)
+        return nullptr;
     // A folder opens on POSIX but not on Windows; refuse it here as well so that the
     // reader says "File is not open" on both.
     struct stat st;
-    if (f && fstat(fileno(f), &st) == 0 && S_ISDIR(st.st_mode)) {
+    if (fstat(fileno(f), &st) == 0 && S_ISDIR(st.st_mode)) {
         std::fclose(f);
         errno = EISDIR;
+        return nullptr;
+    }
+    // The shared side of the writers' lock: a writer of the library is refused while the
+    // file is read, and a file a writer holds is not read half-written.
+    if (::flock(fileno(f), LOCK_SH | LOCK_NB) != 0) {
+        int err = errno;
+        std::fclose(f);
+        errno = err;
         return nullptr;
     }
     return f;

@@ -11,9 +11,10 @@ namespace platform {
 int vscprintf(const char* fmt, va_list args) {
     if (!fmt)
         return -1;
+    CNativeFormat<char> native(fmt);
     va_list copy;
     va_copy(copy, args);
-    int n = std::vsnprintf(nullptr, 0, fmt, copy);
+    int n = std::vsnprintf(nullptr, 0, native.str(), copy);
     va_end(copy);
     return n;
 }
@@ -23,6 +24,7 @@ int vscwprintf(const wchar_t* fmt, va_list args) {
         return -1;
     // vswprintf cannot count: it fails when the block is too small, so print into a
     // growing scratch block until the text fits.
+    CNativeFormat<wchar_t> native(fmt);
     wchar_t local[256];
     size_t size = 256;
     std::unique_ptr<wchar_t[]> heap;
@@ -31,7 +33,7 @@ int vscwprintf(const wchar_t* fmt, va_list args) {
         va_list copy;
         va_copy(copy, args);
         errno = 0;
-        int n = std::vswprintf(buf, size, fmt, copy);
+        int n = std::vswprintf(buf, size, native.str(), copy);
         int error = errno;
         va_end(copy);
         if (n >= 0)
