@@ -135,6 +135,8 @@ TEST_F(LogWorkflow, FileNameFollowsTheTemplateAndThePrefix) {
     EXPECT_EQ(m_dir + "/trace-", name.str());
     CLogWorkflow::genLogName(name, "log.~");
     EXPECT_EQ(m_dir + "/log", name.str());
+    CLogWorkflow::genLogName(name, "log.~x"); // the point before goes when none follows
+    EXPECT_EQ(m_dir + "/logx", name.str());
 }
 
 TEST_F(LogWorkflow, MessagesAreCutAndLoseTheirDoubleQuotes) {

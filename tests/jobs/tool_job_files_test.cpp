@@ -75,12 +75,14 @@ TEST_F(ToolJobFiles, EntriesGroupsAndMasks) {
     EXPECT_EQ(empty.num("/job_log/stat/@job"), 0);
     EXPECT_EQ(empty.num("/job_log/stat/@fail"), 0);
 
-    r = runJobFile("mask.xml", "<jobs><job dir=\"sub\" name=\"xml_summary\" mask=\"x*.xml\"/>"
+    r = runJobFile("mask.xml", "<jobs><job dir=\"sub\" name=\"xml_summary\" mask=\"x*.xml\" arg1=\"../a.xml\"/>"
                                "<job name=\"xml_summary\" mask=\"*.none\"/></jobs>");
     EXPECT_EQ(r.exitCode, 1);
     PARSED_LOG(mask, r.out);
     EXPECT_EQ(mask.strs("/job_log/job/job/@arg2"), (Strs{"x1.xml", "x2.xml"}));
-    EXPECT_EQ(mask.strs("/job_log/job/job/func/xml_summary/@elements"), (Strs{"2", "1"}));
+    // The entry's own arguments follow each file.
+    EXPECT_EQ(mask.strs("/job_log/job/job/@arg3"), (Strs{"../a.xml", "../a.xml"}));
+    EXPECT_EQ(mask.strs("/job_log/job/job/func/xml_summary/@elements"), (Strs{"2", "3", "1", "3"}));
     EXPECT_EQ(mask.str("/job_log/job/Fail"), "No file with mask: *.none");
     EXPECT_EQ(mask.num("/job_log/job/info/error/@line"), 466);
     EXPECT_EQ(mask.num("/job_log/stat/@job"), 2);

@@ -138,4 +138,5 @@ TEST(DateText, StampsOfTheCurrentLocalTime) {
     char shortBuf[25] = "x";
     EXPECT_FALSE(vq::_localtime(shortBuf, sizeof shortBuf));
     EXPECT_STREQ(shortBuf, "");
+    EXPECT_FALSE(vq::_localtime(static_cast<char*>(nullptr), 32));
 }

@@ -1,6 +1,7 @@
 // The pull reader: opening files, tag operations, attribute conversions, text, the
 // scoped element reader and the forward searches.
 #include "vqk/files/out_file.h"
+#include "vqk/platform/file_open_read.h"
 #include "vqk/xml/xml_in.h"
 
 #include "xml_test_support.h"
@@ -38,6 +39,7 @@ TEST(XmlInOpen, MissingFileFailsQuietlyOrThrowsFromTheConstructor) {
     EXPECT_FALSE(in.open(L""));
     EXPECT_EQ(thrownText([] { CXmlIn x("/nonexistent/folder/x.xml"); }), "File is not open");
     EXPECT_EQ(thrownText([] { CXmlIn x(L"/nonexistent/folder/x.xml"); }), "File is not open");
+    EXPECT_EQ(vq::platform::openForReading(nullptr), nullptr);
     // A folder is no document.
     EXPECT_FALSE(in.open(xml_test::scratchFolder().c_str()));
 }

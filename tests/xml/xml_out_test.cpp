@@ -222,6 +222,12 @@ TEST(XmlOutLayout, RawContentCommentsAndIndentStrings) {
          },
          "<r>\n-<a>------</a>\n</r>\n", true},
         // "%%" prints one '%'; an incomplete conversion stays; the string is read each time.
+        {"without an indent string, indenting writes nothing, not even the body",
+         [](CCapture& c) {
+             vq::CXmlOutElem e(c.out, "e");
+             c.out.indent(2);
+         },
+         "<e/>\n", true},
         {"the indent string is a format, read anew each time",
          [](CCapture& c) {
              static char unit[8];

@@ -1,5 +1,5 @@
-// Attribute forms of CXmlOut. Every value is produced and escaped inside one named
-// critical section shared by all writers. The typed forms format numbers with
+// Attribute forms of CXmlOut. Every value is produced and escaped under one lock
+// shared by all writers. The typed forms format numbers with
 // std::to_chars, whose output the C++ standard defines as printf's for the same
 // conversion ("%i", "%u", "%llu", "%.15g") in the C locale, straight into the output
 // block. printf's doubles follow the decimal point of the program's locale, so while
@@ -16,6 +16,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <mutex>
 #include <memory>
 #include <new>
 
@@ -69,6 +70,11 @@ char* putTrimmedFixed(char* out, double v) {
     return out + n;
 }
 
+std::mutex& attrValueLock() {
+    static std::mutex lock;
+    return lock;
+}
+
 } // namespace
 
 void CXmlOut::beginAttr() {
@@ -102,10 +108,12 @@ template <class Fill> void CXmlOut::attrWith(const char* name, size_t valueRoom,
     if (!m_stream)
         return;
     beginAttr();
-#pragma omp critical(vqk_xml_attr_value)
     {
-        // Nothing may leave a critical section by an exception: a failed allocation
-        // drops this attribute, and only this attribute, instead.
+        // One lock for all writers. A mutex rather than an OpenMP critical section:
+        // writers also run on threads no OpenMP runtime started, which clang's runtime
+        // does not support under the thread sanitizer, and the sanitizer sees the mutex.
+        // A failed allocation drops this attribute, and only this attribute.
+        std::lock_guard<std::mutex> hold(attrValueLock());
         uint32_t mark = m_escaped.size();
         try {
             char* p = openAttr(name, valueRoom);

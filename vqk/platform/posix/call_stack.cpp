@@ -5,6 +5,7 @@
 
 #include <cxxabi.h>
 #include <dlfcn.h>
+#include <elfutils/libdw.h>
 #include <elfutils/libdwfl.h>
 #include <execinfo.h>
 #include <unistd.h>
@@ -83,6 +84,27 @@ void appendName(char* buf, size_t size, size_t* used, const char* mangled) {
     std::free(plain);
 }
 
+// The file and line of `addr`. libdw finds the unit through .debug_aranges, which clang
+// leaves out unless asked; without it, each unit's own address ranges are searched.
+bool sourceLine(Dwfl_Module* mod, Dwarf_Addr addr, const char*& file, int& lineNo) {
+    if (Dwfl_Line* line = dwfl_module_getsrc(mod, addr)) {
+        file = dwfl_lineinfo(line, nullptr, &lineNo, nullptr, nullptr, nullptr);
+        return file != nullptr;
+    }
+    Dwarf_Addr bias = 0;
+    Dwarf* dwarf = dwfl_module_getdwarf(mod, &bias);
+    Dwarf_CU* unit = nullptr;
+    Dwarf_Die unitDie;
+    while (dwarf && dwarf_get_units(dwarf, unit, &unit, nullptr, nullptr, &unitDie, nullptr) == 0) {
+        if (dwarf_haspc(&unitDie, addr - bias) <= 0)
+            continue;
+        Dwarf_Line* line = dwarf_getsrc_die(&unitDie, addr - bias);
+        file = line ? dwarf_linesrc(line, nullptr, nullptr) : nullptr;
+        return file && dwarf_lineno(line, &lineNo) == 0;
+    }
+    return false;
+}
+
 } // namespace
 
 __attribute__((noinline)) int captureStack(void** frames, int maxFrames, int skip) {
@@ -128,12 +150,10 @@ void describeFrame(const void* address, bool exact, char* buf, size_t size) {
         appendName(buf, size, &used, sym);
     else
         append(buf, size, &used, "0x%" PRIxPTR, uintptr_t(pc));
-    if (Dwfl_Line* line = dwfl_module_getsrc(mod, addr)) {
-        int lineNo = 0;
-        const char* file = dwfl_lineinfo(line, nullptr, &lineNo, nullptr, nullptr, nullptr);
-        if (file)
-            append(buf, size, &used, " at %s:%d", file, lineNo);
-    }
+    const char* file = nullptr;
+    int lineNo = 0;
+    if (sourceLine(mod, addr, file, lineNo))
+        append(buf, size, &used, " at %s:%d", file, lineNo);
     append(buf, size, &used, " [%s+0x%" PRIx64 "]", baseName(modName), uint64_t(pc - start));
 }
 

@@ -8,6 +8,7 @@
 #include "vqk/text/convert.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
@@ -31,6 +32,7 @@
 #endif
 
 extern char** environ;
+extern "C" int __clone(int (*fn)(void*), void* stack, int flags, void* arg, ...);
 
 namespace vq {
 namespace platform {
@@ -54,25 +56,44 @@ struct SChildStart {
 
 constexpr size_t kChildStack = 64 * 1024;
 
+// The kernel's own sigaction record (rt_sigaction), which the child passes directly.
+struct SKernelSigaction {
+    void (*handler)(int);
+    unsigned long flags;
+    void (*restorer)();
+    uint64_t mask;
+};
+
+#if defined(__has_attribute)
+#if __has_attribute(disable_sanitizer_instrumentation)
+#define VQK_CHILD_UNINSTRUMENTED __attribute__((disable_sanitizer_instrumentation))
+#endif
+#endif
+#ifndef VQK_CHILD_UNINSTRUMENTED
+#define VQK_CHILD_UNINSTRUMENTED __attribute__((no_sanitize("address", "undefined", "thread")))
+#endif
+
 // The child side. It shares the creating thread's memory, so it allocates nothing, takes
-// no lock and calls only system functions, and it is kept out of the sanitizers'
-// bookkeeping (their shadow of this stack would outlive the child).
-__attribute__((no_sanitize("address", "undefined"))) int childMain(void* arg) {
+// no lock and makes its calls straight to the kernel: the sanitizers intercept sigaction,
+// sigprocmask, prctl and _exit and keep books on them in memory the child shares, and
+// their shadow of this stack would outlive the child.
+VQK_CHILD_UNINSTRUMENTED int childMain(void* arg) {
     SChildStart* s = static_cast<SChildStart*>(arg);
     // A handler of the parent's must not run in the shared memory: until the exec,
     // signals go to their default action (the exec resets caught ones anyway).
-    for (int sig = 1; sig < NSIG; ++sig) {
-        struct sigaction sa;
-        if (sigaction(sig, nullptr, &sa) == 0 && sa.sa_handler != SIG_IGN && sa.sa_handler != SIG_DFL) {
-            sa.sa_handler = SIG_DFL;
-            sa.sa_flags = 0;
-            sigaction(sig, &sa, nullptr);
+    for (int sig = 1; sig <= 64; ++sig) {
+        SKernelSigaction sa{};
+        if (::syscall(SYS_rt_sigaction, sig, nullptr, &sa, sizeof sa.mask) == 0 &&
+            sa.handler != SIG_IGN && sa.handler != SIG_DFL) {
+            SKernelSigaction byDefault{};
+            byDefault.handler = SIG_DFL;
+            ::syscall(SYS_rt_sigaction, sig, &byDefault, nullptr, sizeof byDefault.mask);
         }
     }
     if (s->jobPrefix) {
-        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        ::syscall(SYS_prctl, PR_SET_PDEATHSIG, SIGKILL, 0, 0, 0);
         if (::getppid() != s->parent)
-            ::_exit(127);  // the parent died before the death signal was armed
+            ::syscall(SYS_exit_group, 127);  // the parent died before the death signal was armed
         char name[320];
         size_t n = 0;
         for (const char* p = s->jobPrefix; *p && n < sizeof name - 12; ++p)
@@ -101,10 +122,11 @@ __attribute__((no_sanitize("address", "undefined"))) int childMain(void* arg) {
     }
     // Handles are not inherited: every descriptor above the standard three closes at exec.
     ::syscall(SYS_close_range, 3U, ~0U, CLOSE_RANGE_CLOEXEC);
-    ::sigprocmask(SIG_SETMASK, &s->parentMask, nullptr);
-    ::execve(s->path, s->argv, s->envp);
-    s->error = errno ? errno : ENOEXEC;
-    ::_exit(127);
+    ::syscall(SYS_rt_sigprocmask, SIG_SETMASK, &s->parentMask, nullptr, sizeof(uint64_t));
+    const long r = ::syscall(SYS_execve, s->path, s->argv, s->envp);
+    s->error = r < 0 && errno ? errno : ENOEXEC;
+    ::syscall(SYS_exit_group, 127);
+    return 127;
 }
 
 bool isExecutableFile(const std::string& path) {
@@ -217,7 +239,9 @@ bool processCreate(const wchar_t* cmdLine, unsigned long, const char* jobNamePre
     sigset_t all;
     sigfillset(&all);
     ::pthread_sigmask(SIG_SETMASK, &all, &s.parentMask);
-    pid_t pid = ::clone(childMain, static_cast<char*>(stack) + kChildStack,
+    // glibc's clone under its own name: the thread sanitizer's interceptor of clone takes
+    // every clone for a fork and fails on one that shares memory.
+    pid_t pid = ::__clone(childMain, static_cast<char*>(stack) + kChildStack,
                         CLONE_VM | CLONE_VFORK | CLONE_PIDFD | SIGCHLD, &s, const_cast<int*>(&s.pidfd));
     int cloneErr = errno;
     ::pthread_sigmask(SIG_SETMASK, &s.parentMask, nullptr);
