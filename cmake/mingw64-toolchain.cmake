@@ -31,3 +31,8 @@ if(VQK_WINE AND VQK_WINESERVER)
     VQK_WINE=${VQK_WINE} VQK_WINESERVER=${VQK_WINESERVER}
     sh ${CMAKE_CURRENT_LIST_DIR}/wine_run.sh)
 endif()
+
+# Names and lines in call stacks come from the DWARF that GCC writes into the PE files;
+# Wine's DbgHelp reads version 4 (GCC 12 writes 5 unless told).
+set(CMAKE_C_FLAGS_INIT "-gdwarf-4")
+set(CMAKE_CXX_FLAGS_INIT "-gdwarf-4")

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -49,6 +50,14 @@ TEST(Err, LastErrorIsTheSystemsTextAndCode) {
     FILE* f = std::fopen((dir + "/missing/file.txt").c_str(), "r");
     ASSERT_EQ(f, nullptr);
     vq::CStr text;
+    if (VQK_TARGET_WINDOWS) { // the system's code and text, not the runtime's errno
+        EXPECT_EQ(vq::getLastError(text), 3); // ERROR_PATH_NOT_FOUND
+        const std::string t = text.str();
+        const std::string tail = " (error code = 3)";
+        EXPECT_GT(t.size(), tail.size()); // the system's own text comes first
+        EXPECT_EQ(t.substr(t.size() - std::min(t.size(), tail.size())), tail);
+        return;
+    }
     EXPECT_EQ(vq::getLastError(text), ENOENT);
     EXPECT_EQ(std::string(text.str()), std::string(std::strerror(ENOENT)) + " (error code = 2)");
 }

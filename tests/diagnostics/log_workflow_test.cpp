@@ -120,23 +120,24 @@ protected:
 };
 
 TEST_F(LogWorkflow, FileNameFollowsTheTemplateAndThePrefix) {
+    const std::string dir = m_dir + (VQK_TARGET_WINDOWS ? '\\' : '/');
     vq::CStr name;
     CLogWorkflow::setPrefix("my tool/1<x>");
     EXPECT_EQ(vq::CStr("my_tool_1_x_"), CLogWorkflow::prefix());
     EXPECT_STREQ("my_tool_1_x_", std::getenv("_ORV_LOGPREFIX"));
     CLogWorkflow::genLogName(name, "workflow.~.xml");
-    EXPECT_EQ(m_dir + "/workflow.my_tool_1_x_.xml", name.str());
+    EXPECT_EQ(dir + "workflow.my_tool_1_x_.xml", name.str());
     EXPECT_EQ(name, CLogWorkflow::fileName());
 
     CLogWorkflow::setPrefix("");
     CLogWorkflow::genLogName(name, "workflow.~.xml");
-    EXPECT_EQ(m_dir + "/workflow.xml", name.str());
+    EXPECT_EQ(dir + "workflow.xml", name.str());
     CLogWorkflow::genLogName(name, "trace-~");
-    EXPECT_EQ(m_dir + "/trace-", name.str());
+    EXPECT_EQ(dir + "trace-", name.str());
     CLogWorkflow::genLogName(name, "log.~");
-    EXPECT_EQ(m_dir + "/log", name.str());
+    EXPECT_EQ(dir + "log", name.str());
     CLogWorkflow::genLogName(name, "log.~x"); // the point before goes when none follows
-    EXPECT_EQ(m_dir + "/logx", name.str());
+    EXPECT_EQ(dir + "logx", name.str());
 }
 
 TEST_F(LogWorkflow, MessagesAreCutAndLoseTheirDoubleQuotes) {

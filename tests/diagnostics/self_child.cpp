@@ -19,7 +19,7 @@ std::string freshFolder(const std::string& name) {
 }
 
 std::string readText(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(path); // text mode: CR LF comes back as LF on Windows
     std::ostringstream s;
     s << in.rdbuf();
     return s.str();

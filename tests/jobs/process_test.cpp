@@ -123,6 +123,8 @@ TEST(ProcessCommandLine, SplitsLikeWindowsPrograms) {
 // A job's children die with the process that made the job, however it ends; the heart
 // beats in the file stop.
 TEST_F(ProcessTest, JobChildrenDieWithTheirOwner) {
+    if (VQK_TARGET_WINDOWS && std::getenv("WINEPREFIX"))
+        GTEST_SKIP() << "Wine does not end a job's processes when its last handle closes";
     struct {
         const char* act;
         int timeoutSec;  // the owner is killed after it, or ends on its own first

@@ -163,7 +163,7 @@ TEST_F(ToolCli, RedirectedOutputHoldsTheWholeDocument) {
     SToolRun r = runAtRoot({"//o", outFile, "unknownjob", "//e", errFile, "//b"});
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_EQ(r.out, "") << "the console gets nothing, not even the declaration";
-    std::string text = readFile(outFile);
+    std::string text = lfOnly(readFile(outFile));
     EXPECT_EQ(text.rfind("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n", 0), 0u) << text;
     PARSED_LOG(log, text);
     EXPECT_EQ(log.num("/job_log/stat/@fail"), 1);

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <filesystem>
 
 namespace {
@@ -167,7 +169,9 @@ TEST_F(ToolJobFiles, RootElementChoosesTestXmlJobOrPlainJob) {
     EXPECT_EQ(r.exitCode, 1);
     PARSED_LOG(cut, r.out);
     EXPECT_EQ(cut.str("/job_log/job/job/@name"), name.substr(0, 255));
-    EXPECT_EQ(cut.str("/job_log/job/job/@arg2"), m_dir + "/long.xml");
+    std::string full = cut.str("/job_log/job/job/@arg2"); // with the system's separators
+    std::replace(full.begin(), full.end(), '\\', '/');
+    EXPECT_EQ(full, m_dir + "/long.xml");
     EXPECT_EQ(cut.str("/job_log/job/job/info/error/@msg"),
               "Can't find registered function '" + name.substr(0, 255) + "'");
 }

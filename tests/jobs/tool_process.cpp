@@ -85,6 +85,15 @@ std::string readAndClose(FILE* f) {
     return out;
 }
 
+std::string lfOnly(std::string s) {
+    size_t w = 0;
+    for (size_t r = 0; r < s.size(); ++r)
+        if (!(s[r] == '\r' && r + 1 < s.size() && s[r + 1] == '\n'))
+            s[w++] = s[r];
+    s.resize(w);
+    return s;
+}
+
 bool fileExists(const std::string& path) {
     std::error_code ec;
     return std::filesystem::exists(path, ec);

@@ -29,6 +29,8 @@ std::string freshTempDir(const std::string& name);
 void writeFile(const std::string& path, const std::string& text);
 std::string readFile(const std::string& path);
 bool fileExists(const std::string& path);
+// The text with every CR LF as LF: what a text-mode reader sees on either system.
+std::string lfOnly(std::string s);
 // Everything written to `f` (a temporary file); closes it.
 std::string readAndClose(FILE* f);
 

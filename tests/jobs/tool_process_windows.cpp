@@ -108,8 +108,10 @@ SToolRun runTool(const std::vector<std::string>& args, const std::string& cwd, i
     }
     CloseHandle(pi.hThread);
     CloseHandle(pi.hProcess);
-    run.out = readFile(outPath);
-    run.err = readFile(errPath);
+    // As a text-mode reader sees it, so that the tests compare the same text on both
+    // systems.
+    run.out = lfOnly(readFile(outPath));
+    run.err = lfOnly(readFile(errPath));
     std::remove(outPath.c_str());
     std::remove(errPath.c_str());
     return run;

@@ -14,9 +14,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
 #include <memory>
 #include <string>
-#include <sys/stat.h>
 
 namespace {
 
@@ -279,7 +279,8 @@ TEST(DuList, OwnsItsUnitsAndFindsThemByNameOrIndex) {
 TEST(DuNames, NameTextWinsElseTheTableTextSplitsAtTheFirstLineBreak) {
     const char* base = std::getenv("VQK_TEST_TMP");
     std::string dir = std::string(base && *base ? base : "/tmp") + "/du_names";
-    ::mkdir(dir.c_str(), 0755);
+    std::error_code ec;
+    std::filesystem::create_directories(dir, ec);
     if (FILE* f = std::fopen((dir + "/orv_string_repair.csv").c_str(), "wb")) {
         std::fputs("5;\"Tolerance\nThe default tolerance\nof the model\"\n6;Plain\n", f);
         std::fclose(f);

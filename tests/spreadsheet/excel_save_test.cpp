@@ -1,12 +1,13 @@
 // Saved documents: the exact bytes of a workbook that uses every feature, numbers in
-// their forms, libxml2's verdict on well-formedness, and a file that cannot be created.
+// their forms, a referee parser's verdict on well-formedness, and a file that cannot be
+// created.
 #include "vqk/diagnostics/assert.h"
 #include "vqk/spreadsheet/excel_doc.h"
 
 #include "../xml/xml_test_support.h"
+#include "support/xml_referee.h"
 
 #include <gtest/gtest.h>
-#include <libxml/parser.h>
 
 #include <cmath>
 #include <string>
@@ -15,8 +16,10 @@ namespace {
 
 using namespace vq_excel;
 using vq::T2;
-using xml_test::readFile;
 using xml_test::tempDir;
+
+// The saved text as a text-mode reader sees it: lines end in CR LF on Windows.
+std::string readFile(const std::string& path) { return xml_test::lfOnly(xml_test::readFile(path)); }
 
 void buildEveryFeature(SDoc& doc) {
     doc.setDefaultFont("Arial", 9, false, false);
@@ -192,6 +195,7 @@ TEST(ExcelSave, CellsInTheirForms) {
         EXPECT_EQ(savedCell(k.fill), k.xml);
 }
 
+#if !VQK_TARGET_WINDOWS
 // libxml2's two verdicts: well-formed XML, and well-formed with namespaces.
 std::pair<bool, bool> libxml2Verdict(const std::string& path) {
     xmlParserCtxtPtr ctxt = xmlNewParserCtxt();
@@ -201,17 +205,24 @@ std::pair<bool, bool> libxml2Verdict(const std::string& path) {
     xmlFreeParserCtxt(ctxt);
     return verdict;
 }
+#endif
 
 TEST(ExcelSave, WellFormedWithTheDoubledColonAndNamespaceCorrectWithout) {
     std::string dir = tempDir("excel");
     SDoc doc((dir + "/plain.xml").c_str(), 0);
     buildEveryFeature(doc);
     ASSERT_TRUE(doc.save(nullptr));
-    // "x::Left" is an XML name but no qualified name.
-    EXPECT_EQ(libxml2Verdict(dir + "/plain.xml"), std::make_pair(true, false));
     doc.setOptions(SDoc::eNamespaceCorrect);
     ASSERT_TRUE(doc.save((dir + "/ns.xml").c_str()));
+    // "x::Left" is an XML name but no qualified name. Only libxml2 tells the two kinds of
+    // well-formedness apart; the Windows referee (MSXML, as Wine has it) is asked only
+    // about the namespace-correct form.
+#if VQK_TARGET_WINDOWS
+    EXPECT_TRUE(parseXml(readFile(dir + "/ns.xml")));
+#else
+    EXPECT_EQ(libxml2Verdict(dir + "/plain.xml"), std::make_pair(true, false));
     EXPECT_EQ(libxml2Verdict(dir + "/ns.xml"), std::make_pair(true, true));
+#endif
     std::string ns = readFile(dir + "/ns.xml");
     EXPECT_EQ(ns.find("x::Left"), std::string::npos);
     EXPECT_NE(ns.find(" x:Left=\"0.10\" "), std::string::npos);

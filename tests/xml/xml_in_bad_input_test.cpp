@@ -139,7 +139,8 @@ TEST(XmlInBadInput, EachMalformedShapeGivesItsMessageAndPlace) {
         {"<a b=1>", kAttrs, "5 1:6"},
         {"<a b='1>", kAttrs, "7 1:8"},
         {"<a b=\"1'>", kAttrs, "8 1:9"},
-        {"<a>\r\n<a b='1' / x>", kAttrs, "15 2:11"},
+        // The reader reads in text mode: CR LF reaches it as one LF on Windows.
+        {"<a>\r\n<a b='1' / x>", kAttrs, VQK_TARGET_WINDOWS ? "14 2:11" : "15 2:11"},
         {"<a b.c='1'/>", kAttrs, "4 1:5"},
         {"<a b c='1'>", kAttrs},
         {"<a b-c='1'>", kAttrs},
@@ -184,13 +185,13 @@ TEST(XmlInBadInput, EndTagsAndExpectedNamesAreChecked) {
     EXPECT_EQ(thrownText([&] { in.readEnd(nullptr); }), kEof);
     EXPECT_EQ(placeOfError(in), "16 2:5");
     // A stream that cannot go back to its start cannot tell.
-    FILE* pipe = popen("printf '<a b>'", "r");
+    FILE* pipe = xml_test::pipeHolding("<a b>");
     ASSERT_NE(pipe, nullptr);
     ApXin x(pipe);
     EXPECT_STREQ(x._readBeg(), kAttrs);
     vq::SXmlPos at;
     EXPECT_FALSE(x.errorPos(at));
-    pclose(pipe);
+    std::fclose(pipe);
 }
 
 TEST(XmlInBadInput, EveryTruncationEndsInAMessage) {

@@ -95,11 +95,14 @@ void write(CXmlOut& out, const Node& n) {
     }
 }
 
-// What "%.15g" keeps of a double.
+// What "%.15g" keeps of a double, read back by the C library's scanf as the reader reads
+// it (MinGW's strtod and scanf round a few values differently).
 double printed(double v) {
     char buf[64];
     std::snprintf(buf, sizeof buf, "%.15g", v);
-    return std::strtod(buf, nullptr);
+    double back = 0;
+    std::sscanf(buf, "%lf", &back);
+    return back;
 }
 
 void readBack(CXmlIn& in, CXmlElemIn* parent, const Node& n) {

@@ -449,8 +449,11 @@ TEST(XmlOutAttr, TypedNumbersMatchPrintf) {
                                   -std::nan("")};
     for (int i = 0; i < 2000; ++i)
         values.push_back(mant(rng) * std::pow(10.0, exps(rng)));
-    for (double v : values)
-        EXPECT_EQ(oneAttr([&](vq::CXmlOut& o) { o.attrD1("v", v); }), "<e v=\"" + printfG15(v) + "\"/>\n") << v;
+    for (double v : values) {
+        // MinGW's printf drops a NaN's sign; the writer spells it as glibc does everywhere.
+        const std::string expected = VQK_TARGET_WINDOWS && std::isnan(v) ? (std::signbit(v) ? "-nan" : "nan") : printfG15(v);
+        EXPECT_EQ(oneAttr([&](vq::CXmlOut& o) { o.attrD1("v", v); }), "<e v=\"" + expected + "\"/>\n") << v;
+    }
 }
 
 TEST(XmlOutAttr, WideTextFollowsTheLocale) {

@@ -15,8 +15,32 @@
 #include <sstream>
 #include <memory>
 #include <string>
+#if VQK_TARGET_WINDOWS
+#include <fcntl.h>
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
 
 namespace xml_test {
+
+// A stream reading `bytes` from a pipe: one that cannot go back to its start.
+inline FILE* pipeHolding(const std::string& bytes) {
+    int fds[2];
+#if VQK_TARGET_WINDOWS
+    if (_pipe(fds, 4096, _O_BINARY) != 0)
+        return nullptr;
+    const bool written = _write(fds[1], bytes.data(), unsigned(bytes.size())) == int(bytes.size());
+    _close(fds[1]);
+    return written ? _fdopen(fds[0], "rb") : nullptr;
+#else
+    if (pipe(fds) != 0)
+        return nullptr;
+    const bool written = write(fds[1], bytes.data(), bytes.size()) == ssize_t(bytes.size());
+    close(fds[1]);
+    return written ? fdopen(fds[0], "r") : nullptr;
+#endif
+}
 
 // Everything a test writes through `out` lands in a temporary stream.
 class CCapture {

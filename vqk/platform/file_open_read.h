@@ -22,5 +22,9 @@ namespace platform {
 // Text mode ("r"); the stream belongs to the caller, who closes it with fclose.
 VQK_API FILE* openForReading(const wchar_t* path);
 
+// Binary mode ("rb"), sharing the file with readers and writers alike (as the XML
+// writer's insertXml copies a file): no lock is taken. Null for a folder.
+VQK_API FILE* openSharedBinary(const wchar_t* path);
+
 } // namespace platform
 } // namespace vq

@@ -1,5 +1,6 @@
 // Copying another XML file into the output (CXmlOut::insertXml).
 #include "vqk/xml/xml_out.h"
+#include "vqk/platform/file_open_read.h"
 
 #include "vqk/text/convert.h"
 
@@ -47,18 +48,18 @@ void percentsAsFormat(char* out, const char* s, size_t n) {
 bool CXmlOut::insertXml(const char* path) {
     if (!path || !*path)
         return false;
-    FILE* in = std::fopen(path, "rb");
+    CTStr<wchar_t> wide;
+    strtowstr(wide, path, true);
+    return insertXml(wide.str());
+}
+
+bool CXmlOut::insertXml(const wchar_t* path) {
+    FILE* in = platform::openSharedBinary(path);
     if (!in)
         return false;
     bool ok = insert(in);
     std::fclose(in);
     return ok;
-}
-
-bool CXmlOut::insertXml(const wchar_t* path) {
-    CTStr<char> narrow;
-    wstrtostr(narrow, path, true);
-    return insertXml(narrow.str());
 }
 
 bool CXmlOut::insert(FILE* in) {

@@ -13,7 +13,11 @@
 namespace vq {
 namespace platform {
 
-FILE* openForReading(const wchar_t* path) {
+namespace {
+
+// The file opened by its UTF-8 name; null for a folder, which opens on POSIX but not on
+// Windows, so that callers fail alike on both.
+FILE* openFile(const wchar_t* path, const char* mode) {
     if (!path || !*path) {
         errno = ENOENT;
         return nullptr;
@@ -28,17 +32,24 @@ FILE* openForReading(const wchar_t* path) {
         errno = EINVAL;
         return nullptr;
     }
-    FILE* f = std::fopen(narrow.data(), "r");
-    if (!f)
-        return nullptr;
-    // A folder opens on POSIX but not on Windows; refuse it here as well so that the
-    // reader says "File is not open" on both.
+    FILE* f = std::fopen(narrow.data(), mode);
     struct stat st;
-    if (fstat(fileno(f), &st) == 0 && S_ISDIR(st.st_mode)) {
+    if (f && fstat(fileno(f), &st) == 0 && S_ISDIR(st.st_mode)) {
         std::fclose(f);
         errno = EISDIR;
         return nullptr;
     }
+    return f;
+}
+
+} // namespace
+
+FILE* openSharedBinary(const wchar_t* path) { return openFile(path, "rb"); }
+
+FILE* openForReading(const wchar_t* path) {
+    FILE* f = openFile(path, "r");
+    if (!f)
+        return nullptr;
     // The shared side of the writers' lock: a writer of the library is refused while the
     // file is read, and a file a writer holds is not read half-written.
     if (::flock(fileno(f), LOCK_SH | LOCK_NB) != 0) {

@@ -10,7 +10,9 @@
 namespace vq {
 namespace platform {
 
-FILE* openForReading(const wchar_t* path) {
+namespace {
+
+FILE* openShared(const wchar_t* path, const wchar_t* mode, int share) {
     if (!path || !*path) {
         errno = ENOENT;
         return nullptr;
@@ -21,8 +23,14 @@ FILE* openForReading(const wchar_t* path) {
         errno = EISDIR;
         return nullptr;
     }
-    return _wfsopen(path, L"r", _SH_DENYWR);
+    return _wfsopen(path, mode, share);
 }
+
+} // namespace
+
+FILE* openForReading(const wchar_t* path) { return openShared(path, L"r", _SH_DENYWR); }
+
+FILE* openSharedBinary(const wchar_t* path) { return openShared(path, L"rb", _SH_DENYNO); }
 
 } // namespace platform
 } // namespace vq
