@@ -1,7 +1,7 @@
 // The workflow log: record forms, levels, tags, the size restart, and child processes
 // that continue the parent's file and indentation. Child processes are this test
-// program itself, started with LOG_WORKFLOW_CHILD naming what the child writes.
-#include "run_self.h"
+// program itself, in a role naming what the child writes.
+#include "self_child.h"
 
 #include "support/xml_referee.h"
 #include "vqk/diagnostics/log_workflow.h"
@@ -22,7 +22,6 @@ namespace {
 
 using vq::CLogWorkflow;
 
-const char* const kChildVar = "LOG_WORKFLOW_CHILD";
 const char* const kTime = R"(\d{4}\.\d\d\.\d\d \d\d:\d\d:\d\d)";
 
 std::string selfPath() { return vq::platform::executablePath(); }
@@ -33,14 +32,6 @@ std::string testFolder() {
     std::error_code ec;
     std::filesystem::create_directories(dir, ec);
     return dir;
-}
-
-std::vector<std::string> readLines(const std::string& file) {
-    std::vector<std::string> lines;
-    std::ifstream in(file);
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(line);
-    return lines;
 }
 
 int leadingTabs(const std::string& line) {
@@ -74,34 +65,24 @@ bool matches(const std::string& line, const std::string& pattern) {
     return std::regex_match(line.substr(size_t(leadingTabs(line))), std::regex(pattern));
 }
 
-// Runs this program as a child writing the records `mode` names; returns its pid.
-int runChild(const char* mode) {
-    vq::platform::setEnv(kChildVar, mode);
-    int pid = runSelf(selfPath());
-    vq::platform::setEnv(kChildVar, nullptr);
-    return pid;
+// Started as a child of the tests below, the program writes these records.
+void writeTwo() {
+    CLogWorkflow::msg(5, "first %i", 1);
+    CLogWorkflow::msg(5, "second \"quoted\"");
 }
-
-// Started as the child of the tests below, the program writes what its parent asks
-// and leaves before any test runs.
-void writeAsChild(const std::string& mode) {
-    if (mode == "two") {
-        CLogWorkflow::msg(5, "first %i", 1);
-        CLogWorkflow::msg(5, "second \"quoted\"");
-    } else if (mode == "nested") {
-        CLogWorkflow::msg(5, "child at the parent's depth");
-        CLogWorkflow::CTag step(5, "child step", "");
-        CLogWorkflow::msg(5, "inside the child's step");
-    }
+void writeNested() {
+    CLogWorkflow::msg(5, "child at the parent's depth");
+    CLogWorkflow::CTag step(5, "child step", "");
+    CLogWorkflow::msg(5, "inside the child's step");
 }
+SELF_CHILD_ROLE("log-two", writeTwo);
+SELF_CHILD_ROLE("log-nested", writeNested);
 
-const bool g_child = [] {
-    const char* mode = std::getenv(kChildVar);
-    if (!mode)
-        return false;
-    writeAsChild(mode);
-    std::exit(0);
-}();
+// Runs this program as a child in `role`; its pid once it has ended well, else -1.
+int runChild(const char* role) {
+    SChildEnd end = runSelf(role, {});
+    return end.exited && end.code == 0 ? end.pid : -1;
+}
 
 class LogWorkflow : public ::testing::Test {
 protected:
@@ -218,7 +199,7 @@ TEST_F(LogWorkflow, AChildContinuesTheParentsFileAndIndentation) {
     {
         CLogWorkflow::CTag parent(5, "parent", "starts a child");
         depth = CLogWorkflow::indent();
-        pid = runChild("nested");
+        pid = runChild("log-nested");
     }
     ASSERT_GT(pid, 0);
     std::vector<std::string> lines = readLines(m_file);
@@ -244,7 +225,7 @@ TEST_F(LogWorkflow, AChildWithoutAPrefixNamesTheLogAfterItsProgram) {
     std::string program = std::filesystem::path(selfPath()).stem().string();
     std::string own = m_dir + "/workflow." + program + ".xml";
     std::remove(own.c_str());
-    int pid = runChild("two");
+    int pid = runChild("log-two");
     vq::platform::setEnv("_ORV_LOGINDENT", inherited ? savedIndent.c_str() : nullptr);
     ASSERT_GT(pid, 0);
     std::vector<std::string> lines = readLines(own);

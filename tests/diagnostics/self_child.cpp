@@ -1,5 +1,6 @@
 // The child runs' helpers that need no system calls of their own.
 #include "self_child.h"
+#include "support/test_files.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -8,22 +9,9 @@
 
 const char* const kSelfChildRole = "VQK_DIAG_CHILD_ROLE";
 
-std::string freshFolder(const std::string& name) {
-    const char* tmp = std::getenv("VQK_TEST_TMP");
-    std::string dir = std::string(tmp && *tmp ? tmp : VQK_BINARY_DIR "/test_tmp") + "/diagnostics/" + name;
-    std::error_code ec;
-    std::filesystem::remove_all(dir, ec);
-    if (!std::filesystem::create_directories(dir, ec))
-        return std::string();
-    return dir;
-}
+std::string freshFolder(const std::string& name) { return test_files::freshFolder("diagnostics/" + name); }
 
-std::string readText(const std::string& path) {
-    std::ifstream in(path); // text mode: CR LF comes back as LF on Windows
-    std::ostringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
+std::string readText(const std::string& path) { return test_files::lfOnly(test_files::readFile(path)); }
 
 std::vector<std::string> readLines(const std::string& path) {
     std::vector<std::string> lines;

@@ -18,6 +18,7 @@ struct SChildEnd {
     bool exited = false;
     int code = -1;   // exit code when exited
     int signal = 0;  // the signal that ended it otherwise
+    int pid = -1;    // its process id, once started
 };
 
 // Starts this program with kSelfChildRole=role plus `env` (a null value removes the

@@ -48,6 +48,7 @@ SChildEnd runSelf(const std::string& role, const std::vector<std::pair<std::stri
     int status = 0;
     if (rc != 0 || waitpid(pid, &status, 0) != pid)
         return end;
+    end.pid = int(pid);
     end.exited = WIFEXITED(status);
     end.code = end.exited ? WEXITSTATUS(status) : -1;
     end.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;

@@ -73,6 +73,7 @@ SChildEnd runSelf(const std::string& role, const std::vector<std::pair<std::stri
     if (!started)
         return end;
     WaitForSingleObject(pi.hProcess, INFINITE);
+    end.pid = int(pi.dwProcessId);
     DWORD code = 0;
     GetExitCodeProcess(pi.hProcess, &code);
     CloseHandle(pi.hThread);

@@ -62,18 +62,6 @@ std::string freshTempDir(const std::string& name) {
     return dir;
 }
 
-void writeFile(const std::string& path, const std::string& text) {
-    std::ofstream f(std::filesystem::u8path(path), std::ios::binary);
-    f << text;
-}
-
-std::string readFile(const std::string& path) {
-    std::ifstream f(std::filesystem::u8path(path), std::ios::binary);
-    std::stringstream s;
-    s << f.rdbuf();
-    return s.str();
-}
-
 std::string readAndClose(FILE* f) {
     std::string out;
     std::fflush(f);
@@ -83,15 +71,6 @@ std::string readAndClose(FILE* f) {
         out.append(buf, n);
     std::fclose(f);
     return out;
-}
-
-std::string lfOnly(std::string s) {
-    size_t w = 0;
-    for (size_t r = 0; r < s.size(); ++r)
-        if (!(s[r] == '\r' && r + 1 < s.size() && s[r + 1] == '\n'))
-            s[w++] = s[r];
-    s.resize(w);
-    return s;
 }
 
 bool fileExists(const std::string& path) {

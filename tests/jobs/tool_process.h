@@ -4,6 +4,8 @@
 // test instead of hanging it).
 #pragma once
 
+#include "support/test_files.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -26,11 +28,10 @@ std::string sourceDir();
 std::string testTmpRoot();
 // A fresh empty folder for one test, under the tests' temporary folder.
 std::string freshTempDir(const std::string& name);
-void writeFile(const std::string& path, const std::string& text);
-std::string readFile(const std::string& path);
+using test_files::lfOnly;
+using test_files::readFile;
+using test_files::writeFile;
 bool fileExists(const std::string& path);
-// The text with every CR LF as LF: what a text-mode reader sees on either system.
-std::string lfOnly(std::string s);
 // Everything written to `f` (a temporary file); closes it.
 std::string readAndClose(FILE* f);
 

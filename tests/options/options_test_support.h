@@ -2,6 +2,8 @@
 // bytes, and a set over one variable of every kind.
 #pragma once
 
+#include "support/test_files.h"
+
 #include "vqk/vqk.h"
 #include "vqk/platform/xml_document.h"
 
@@ -16,25 +18,11 @@
 
 namespace opt_test {
 
-inline std::string scratchFolder(const char* name) {
-    const char* base = std::getenv("VQK_TEST_TMP");
-    std::filesystem::path p = std::filesystem::path(base ? base : std::filesystem::temp_directory_path().string()) /
-                              "options" / name;
-    std::filesystem::remove_all(p);
-    std::filesystem::create_directories(p);
-    return p.string();
-}
+inline std::string scratchFolder(const char* name) { return test_files::freshFolder(std::string("options/") + name); }
 
-inline std::string fileText(const std::string& path) {
-    std::ifstream f(path, std::ios::binary);
-    std::stringstream s;
-    s << f.rdbuf();
-    return s.str();
-}
+inline std::string fileText(const std::string& path) { return test_files::readFile(path); }
 
-inline void writeText(const std::string& path, const std::string& text) {
-    std::ofstream(path, std::ios::binary) << text;
-}
+inline void writeText(const std::string& path, const std::string& text) { test_files::writeFile(path, text); }
 
 // The bytes write_base gives for `rec`, without the line end.
 inline std::string optBytes(const vq::SOpt& rec) {

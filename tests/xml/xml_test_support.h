@@ -2,6 +2,7 @@
 // scratch files and the reader's thrown messages.
 #pragma once
 
+#include "support/test_files.h"
 #include "vqk/platform/environment.h"
 #include "vqk/xml/xml_in.h"
 #include "vqk/xml/xml_out.h"
@@ -68,34 +69,11 @@ public:
     vq::CXmlOut out;
 };
 
-// Paths are UTF-8, which Windows' narrow file functions would misread.
-inline std::string readFile(const std::string& path) {
-    std::ifstream f(std::filesystem::u8path(path), std::ios::binary);
-    std::ostringstream s;
-    s << f.rdbuf();
-    return s.str();
-}
+using test_files::lfOnly;
+using test_files::readFile;
+using test_files::writeFile;
 
-inline bool writeFile(const std::string& path, const std::string& bytes) {
-    std::ofstream f(std::filesystem::u8path(path), std::ios::binary);
-    f << bytes;
-    return bool(f);
-}
-
-// The text with every CR LF as LF: what a text-mode reader sees on either system.
-inline std::string lfOnly(std::string s) {
-    size_t w = 0;
-    for (size_t r = 0; r < s.size(); ++r)
-        if (!(s[r] == '\r' && r + 1 < s.size() && s[r + 1] == '\n'))
-            s[w++] = s[r];
-    s.resize(w);
-    return s;
-}
-
-inline std::filesystem::path testRoot() {
-    const char* root = std::getenv("VQK_TEST_TMP");
-    return std::filesystem::path(root && *root ? root : VQK_BINARY_DIR "/test_tmp");
-}
+inline std::filesystem::path testRoot() { return test_files::root(); }
 
 // A fresh folder for one test's files. Tests run in parallel processes, so the folder
 // is the running test's own, not only the caller's name.
@@ -103,11 +81,7 @@ inline std::string tempDir(const char* test) {
     std::string own = test;
     if (const ::testing::TestInfo* info = ::testing::UnitTest::GetInstance()->current_test_info())
         own = own + "." + info->test_suite_name() + "." + info->name();
-    std::filesystem::path p = testRoot() / "output" / own;
-    std::error_code ec;
-    std::filesystem::remove_all(p, ec);
-    std::filesystem::create_directories(p, ec);
-    return p.string();
+    return test_files::freshFolder("output/" + own);
 }
 
 // A folder for scratch documents, shared by all tests.
