@@ -93,6 +93,9 @@ VQK_API int vswscanf_s(const wchar_t* s, const wchar_t* fmt, va_list args);
 // -- time: local time of *t (seconds since 1970, up to the year 3000). On failure every
 // field of *out is -1.
 VQK_API int _localtime64_s(std::tm* out, const long long* t);
+// Each system's conversion of seconds since 1970 (UTC) to local time, for
+// _localtime64_s, which checks the arguments first. Not exported.
+bool localTimeOf(long long t, std::tm& out);
 // The 26-character form "Wed Jan 02 02:03:55 1980\n"; size must be at least 26.
 VQK_API int asctime_s(char* buf, size_t size, const std::tm* t);
 

@@ -28,5 +28,8 @@ using FMemoryInfoQuery = bool (*)(SMemoryInfo& info);
 VQK_API bool queryMemoryInfo(SMemoryInfo& info);
 VQK_API void setMemoryInfoQuery(FMemoryInfoQuery query);
 
+// Each system's own counters, behind queryMemoryInfo. Not exported.
+bool systemMemoryInfo(SMemoryInfo& info);
+
 } // namespace platform
 } // namespace vq

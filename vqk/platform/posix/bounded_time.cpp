@@ -1,35 +1,12 @@
-// The runtime's bounded time functions over the C library's re-entrant local time.
+// The C library's re-entrant local time.
 #include "vqk/platform/bounded.h"
-
-#include <cerrno>
 
 namespace vq {
 namespace platform {
-namespace {
 
-// The largest time the runtime accepts: 3000-12-31 23:59:59 UTC.
-constexpr long long kLastTime = 32535215999LL;
-
-void invalidate(std::tm* t) {
-    t->tm_sec = t->tm_min = t->tm_hour = t->tm_mday = t->tm_mon = t->tm_year = -1;
-    t->tm_wday = t->tm_yday = t->tm_isdst = -1;
-}
-
-} // namespace
-
-int _localtime64_s(std::tm* out, const long long* t) {
-    if (!out)
-        return EINVAL;
-    if (!t || *t < 0 || *t > kLastTime) {
-        invalidate(out);
-        return EINVAL;
-    }
-    std::time_t tt = std::time_t(*t);
-    if (!localtime_r(&tt, out)) {
-        invalidate(out);
-        return EINVAL;
-    }
-    return 0;
+bool localTimeOf(long long t, std::tm& out) {
+    std::time_t tt = std::time_t(t);
+    return localtime_r(&tt, &out) != nullptr;
 }
 
 } // namespace platform

@@ -33,7 +33,9 @@ bool sumKbLines(const char* path, const char* const* keys, int nKeys, uint64& by
     return found;
 }
 
-bool systemQuery(SMemoryInfo& info) {
+} // namespace
+
+bool systemMemoryInfo(SMemoryInfo& info) {
     static const char* const peak[] = {"VmHWM:"};
     static const char* const priv[] = {"Private_Clean:", "Private_Dirty:", "Swap:"};
     if (!sumKbLines("/proc/self/status", peak, 1, info.peakResidentBytes))
@@ -42,20 +44,6 @@ bool systemQuery(SMemoryInfo& info) {
     sumKbLines("/proc/self/smaps_rollup", priv, 3, info.privateBytes);
     return true;
 }
-
-FMemoryInfoQuery g_query = nullptr;
-
-} // namespace
-
-bool queryMemoryInfo(SMemoryInfo& info) {
-    info = SMemoryInfo();
-    bool ok = g_query ? g_query(info) : systemQuery(info);
-    if (!ok)
-        info = SMemoryInfo();
-    return ok;
-}
-
-void setMemoryInfoQuery(FMemoryInfoQuery query) { g_query = query; }
 
 } // namespace platform
 } // namespace vq

@@ -2,6 +2,7 @@
 // textual fold of "." and ".." so that paths to files not yet written resolve too
 // (realpath would refuse them and would also follow links, which the caller did not ask for).
 #include "vqk/platform/path.h"
+#include "vqk/platform/path_deliver.h"
 #include "vqk/text/utf8.h"
 
 #include <cerrno>
@@ -74,34 +75,13 @@ bool absoluteOf(const char* rel, std::string& out) {
     return true;
 }
 
-template <class T> T* deliver(T* absPath, size_t maxLength, const T* text, size_t n) {
-    if (!absPath) {
-        if (n + 1 > kMaxPath) {
-            errno = ERANGE;
-            return nullptr;
-        }
-        absPath = static_cast<T*>(std::malloc(kMaxPath * sizeof(T)));
-        if (!absPath) {
-            errno = ENOMEM;
-            return nullptr;
-        }
-    } else if (n + 1 > maxLength) {
-        errno = ERANGE;
-        return nullptr;
-    }
-    for (size_t i = 0; i < n; ++i)
-        absPath[i] = text[i];
-    absPath[n] = 0;
-    return absPath;
-}
-
 } // namespace
 
 char* fullpath(char* absPath, const char* relPath, size_t maxLength) {
     std::string out;
     if (!absoluteOf(relPath, out))
         return nullptr;
-    return deliver(absPath, maxLength, out.c_str(), out.size());
+    return deliverPath(absPath, maxLength, out.c_str(), out.size());
 }
 
 wchar_t* fullpath(wchar_t* absPath, const wchar_t* relPath, size_t maxLength) {
@@ -124,7 +104,7 @@ wchar_t* fullpath(wchar_t* absPath, const wchar_t* relPath, size_t maxLength) {
         errno = EINVAL;
         return nullptr;
     }
-    return deliver(absPath, maxLength, wide.c_str(), size_t(n - 1));
+    return deliverPath(absPath, maxLength, wide.c_str(), size_t(n - 1));
 }
 
 } // namespace platform

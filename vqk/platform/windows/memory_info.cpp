@@ -6,9 +6,8 @@
 
 namespace vq {
 namespace platform {
-namespace {
 
-bool systemQuery(SMemoryInfo& info) {
+bool systemMemoryInfo(SMemoryInfo& info) {
     PROCESS_MEMORY_COUNTERS_EX c{};
     c.cb = sizeof c;
     if (!GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&c),
@@ -18,20 +17,6 @@ bool systemQuery(SMemoryInfo& info) {
     info.privateBytes = uint64(c.PrivateUsage);
     return true;
 }
-
-FMemoryInfoQuery g_query = nullptr;
-
-} // namespace
-
-bool queryMemoryInfo(SMemoryInfo& info) {
-    info = SMemoryInfo();
-    bool ok = g_query ? g_query(info) : systemQuery(info);
-    if (!ok)
-        info = SMemoryInfo();
-    return ok;
-}
-
-void setMemoryInfoQuery(FMemoryInfoQuery query) { g_query = query; }
 
 } // namespace platform
 } // namespace vq

@@ -2,6 +2,7 @@
 // against the current folder (and drive) textually, turns slashes into backslashes and
 // does not need the file to exist.
 #include "vqk/platform/path.h"
+#include "vqk/platform/path_deliver.h"
 #include "vqk/platform/windows/wide_text.h"
 
 #include <cerrno>
@@ -31,27 +32,6 @@ bool absoluteOf(const wchar_t* rel, std::wstring& out) {
     return true;
 }
 
-template <class T> T* deliver(T* absPath, size_t maxLength, const T* text, size_t n) {
-    if (!absPath) {
-        if (n + 1 > kMaxPath) {
-            errno = ERANGE;
-            return nullptr;
-        }
-        absPath = static_cast<T*>(std::malloc(kMaxPath * sizeof(T)));
-        if (!absPath) {
-            errno = ENOMEM;
-            return nullptr;
-        }
-    } else if (n + 1 > maxLength) {
-        errno = ERANGE;
-        return nullptr;
-    }
-    for (size_t i = 0; i < n; ++i)
-        absPath[i] = text[i];
-    absPath[n] = 0;
-    return absPath;
-}
-
 } // namespace
 
 char* fullpath(char* absPath, const char* relPath, size_t maxLength) {
@@ -65,14 +45,14 @@ char* fullpath(char* absPath, const char* relPath, size_t maxLength) {
     if (!absoluteOf(rel.c_str(), out))
         return nullptr;
     std::string text = narrow(out);
-    return deliver(absPath, maxLength, text.c_str(), text.size());
+    return deliverPath(absPath, maxLength, text.c_str(), text.size());
 }
 
 wchar_t* fullpath(wchar_t* absPath, const wchar_t* relPath, size_t maxLength) {
     std::wstring out;
     if (!absoluteOf(relPath, out))
         return nullptr;
-    return deliver(absPath, maxLength, out.c_str(), out.size());
+    return deliverPath(absPath, maxLength, out.c_str(), out.size());
 }
 
 } // namespace platform
