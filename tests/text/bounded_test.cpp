@@ -153,8 +153,9 @@ TEST(Bounded, PrintingFailsInsteadOfCutting) {
     EXPECT_EQ(vq::scwprintf(L"%ls", std::wstring(1000, L'x').c_str()), 1000);
     // Narrow text the "C" locale cannot decode fails at once instead of retrying. (The
     // Windows runtime's "C" locale decodes every byte, so there is nothing to provoke.)
-    if (!VQK_TARGET_WINDOWS)
+    if (!VQK_TARGET_WINDOWS) {
         EXPECT_EQ(vq::scwprintf(L"%S", "\xC3\xA9"), -1);
+    }
     EXPECT_EQ(vq::scwprintf(L"%hs", "plain"), 5);
 }
 
