@@ -1,4 +1,6 @@
+// The local time as text, through each system's conversion (localTimeOf).
 #include "vqk/platform/log_clock.h"
+#include "vqk/platform/bounded.h"
 
 #include <ctime>
 
@@ -11,7 +13,7 @@ bool localTimeText(char* buf, size_t size, const char* format) {
     buf[0] = 0;
     std::time_t now = std::time(nullptr);
     std::tm parts{};
-    if (now == std::time_t(-1) || !::localtime_r(&now, &parts) || !format)
+    if (now == std::time_t(-1) || !localTimeOf(now, parts) || !format)
         return false;
     if (std::strftime(buf, size, format, &parts) > 0)
         return true;
