@@ -5,16 +5,11 @@
 #include "vqk/platform/environment.h"
 
 #include <csignal>
+#include "support/test_files.h"
+
 #include <windows.h>
 
 namespace {
-
-std::wstring wide(const std::string& s) {
-    std::wstring w(s.size() + 1, L'\0');
-    int n = MultiByteToWideChar(CP_UTF8, 0, s.c_str(), -1, &w[0], int(w.size()));
-    w.resize(n > 0 ? size_t(n - 1) : 0);
-    return w;
-}
 
 // The exception that ended a process, as the signal POSIX would have reported.
 int signalOf(DWORD code) {
@@ -50,10 +45,10 @@ SChildEnd runSelf(const std::string& role, const std::vector<std::pair<std::stri
         set(kv.first, kv.second);
 
     SChildEnd end;
-    std::wstring exe = wide(vq::platform::executablePath());
+    std::wstring exe = test_files::wide(vq::platform::executablePath());
     std::wstring line = L"\"" + exe + L"\"";
     SECURITY_ATTRIBUTES sa{sizeof sa, nullptr, TRUE};
-    HANDLE out = CreateFileW(outFile.empty() ? L"NUL" : wide(outFile).c_str(), GENERIC_WRITE,
+    HANDLE out = CreateFileW(outFile.empty() ? L"NUL" : test_files::wide(outFile).c_str(), GENERIC_WRITE,
                              FILE_SHARE_READ | FILE_SHARE_WRITE, &sa, CREATE_ALWAYS, 0, nullptr);
     STARTUPINFOW si{};
     si.cb = sizeof si;

@@ -5,6 +5,8 @@
 // The writer's test helpers serve the file output's tests as well.
 #include "../xml/xml_test_support.h"
 
+#include "support/test_files.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -88,11 +90,7 @@ TEST(OutFileStream, CallersStreamIsNeverClosed) {
     }
     // Still usable after the output is gone.
     EXPECT_GE(std::fputs("!", tmp), 0);
-    std::rewind(tmp);
-    char buf[8] = {};
-    EXPECT_EQ(std::fread(buf, 1, sizeof buf, tmp), 2u);
-    EXPECT_STREQ(buf, "7!");
-    std::fclose(tmp);
+    EXPECT_EQ(test_files::readAndClose(tmp), "7!");
 }
 
 TEST(OutFileStream, AttachHandsOverOwnership) {

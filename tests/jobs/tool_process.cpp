@@ -62,17 +62,6 @@ std::string freshTempDir(const std::string& name) {
     return dir;
 }
 
-std::string readAndClose(FILE* f) {
-    std::string out;
-    std::fflush(f);
-    std::rewind(f);
-    char buf[4096];
-    for (size_t n; (n = std::fread(buf, 1, sizeof buf, f)) > 0;)
-        out.append(buf, n);
-    std::fclose(f);
-    return out;
-}
-
 bool fileExists(const std::string& path) {
     std::error_code ec;
     return std::filesystem::exists(path, ec);

@@ -29,11 +29,10 @@ std::string testTmpRoot();
 // A fresh empty folder for one test, under the tests' temporary folder.
 std::string freshTempDir(const std::string& name);
 using test_files::lfOnly;
+using test_files::readAndClose;
 using test_files::readFile;
 using test_files::writeFile;
 bool fileExists(const std::string& path);
-// Everything written to `f` (a temporary file); closes it.
-std::string readAndClose(FILE* f);
 
 // The folder of the tools' workflow logs (their TEMP), shared by all tool runs.
 std::string toolLogDir();

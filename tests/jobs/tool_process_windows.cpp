@@ -5,18 +5,13 @@
 
 #include "vqk/platform/environment.h"
 
+#include "support/test_files.h"
+
 #include <windows.h>
 
 #include <string>
 
 namespace {
-
-std::wstring wide(const std::string& s) {
-    std::wstring w(s.size() + 1, L'\0');
-    int n = MultiByteToWideChar(CP_UTF8, 0, s.c_str(), -1, &w[0], int(w.size()));
-    w.resize(n > 0 ? size_t(n - 1) : 0);
-    return w;
-}
 
 // One argument quoted by the rules the runtime uses to split a command line.
 void appendQuoted(std::wstring& line, const std::wstring& arg) {
@@ -65,18 +60,18 @@ private:
 SToolRun runTool(const std::vector<std::string>& args, const std::string& cwd, int timeoutSeconds) {
     SToolRun run;
     std::wstring line;
-    appendQuoted(line, wide(toolPath()));
+    appendQuoted(line, test_files::wide(toolPath()));
     for (const std::string& a : args) {
         line += L' ';
-        appendQuoted(line, wide(a));
+        appendQuoted(line, test_files::wide(a));
     }
     // Beside the workflow logs, not in `cwd`, whose listing some tests check; named by
     // this process, as test programs run side by side.
     const std::string own = toolLogDir() + "/run_" + std::to_string(vq::platform::processId());
     const std::string outPath = own + ".out", errPath = own + ".err";
     HANDLE in = inheritable(L"NUL", GENERIC_READ, OPEN_EXISTING);
-    HANDLE out = inheritable(wide(outPath), GENERIC_WRITE, CREATE_ALWAYS);
-    HANDLE err = inheritable(wide(errPath), GENERIC_WRITE, CREATE_ALWAYS);
+    HANDLE out = inheritable(test_files::wide(outPath), GENERIC_WRITE, CREATE_ALWAYS);
+    HANDLE err = inheritable(test_files::wide(errPath), GENERIC_WRITE, CREATE_ALWAYS);
     STARTUPINFOW si{};
     si.cb = sizeof si;
     si.dwFlags = STARTF_USESTDHANDLES;
@@ -90,7 +85,7 @@ SToolRun runTool(const std::vector<std::string>& args, const std::string& cwd, i
         CEnvFor prefix("_ORV_LOGPREFIX", nullptr), indent("_ORV_LOGINDENT", nullptr),
             temp("TEMP", toolLogDir().c_str());
         started = CreateProcessW(nullptr, &line[0], nullptr, nullptr, TRUE, 0, nullptr,
-                                 wide(cwd).c_str(), &si, &pi);
+                                 test_files::wide(cwd).c_str(), &si, &pi);
     }
     CloseHandle(in);
     CloseHandle(out);

@@ -9,12 +9,13 @@
 #include "vqk/options/du_time.h"
 #include "vqk/options/du_triple.h"
 
+#include "support/test_files.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -277,10 +278,7 @@ TEST(DuList, OwnsItsUnitsAndFindsThemByNameOrIndex) {
 }
 
 TEST(DuNames, NameTextWinsElseTheTableTextSplitsAtTheFirstLineBreak) {
-    const char* base = std::getenv("VQK_TEST_TMP");
-    std::string dir = std::string(base && *base ? base : "/tmp") + "/du_names";
-    std::error_code ec;
-    std::filesystem::create_directories(dir, ec);
+    const std::string dir = test_files::freshFolder("du_names");
     if (FILE* f = std::fopen((dir + "/orv_string_repair.csv").c_str(), "wb")) {
         std::fputs("5;\"Tolerance\nThe default tolerance\nof the model\"\n6;Plain\n", f);
         std::fclose(f);

@@ -11,7 +11,7 @@ namespace {
 // Reads one "opt" element written in `xml` into `rec`.
 void readInto(vq::SOpt& rec, const std::string& xml) {
     const std::string path = opt_test::scratchFolder("read_one") + "/one.xml";
-    opt_test::writeText(path, xml);
+    opt_test::writeFile(path, xml);
     vq::CXmlIn in(path.c_str());
     in.read("opt");
     rec.read_base(in);

@@ -75,15 +75,15 @@ TEST(OptionsFile, DamagedOrMissingFilesChangeNothing) {
     CAllKinds a;
     a.fill();
     ASSERT_TRUE(a.write(path.c_str()));
-    const std::string whole = opt_test::fileText(path);
+    const std::string whole = opt_test::readFile(path);
     const std::string cut = whole.substr(0, whole.size() / 2);
-    opt_test::writeText(path, cut);
+    opt_test::writeFile(path, cut);
 
     CAllKinds reader;
     EXPECT_EQ(reader.read(path.c_str()), -2);
     EXPECT_EQ(reader.i1, 0) << "a damaged file is not applied in part";
     EXPECT_FALSE(a.write(path.c_str()));
-    EXPECT_EQ(opt_test::fileText(path), cut) << "a damaged target stays as it was";
+    EXPECT_EQ(opt_test::readFile(path), cut) << "a damaged target stays as it was";
     EXPECT_EQ(reader.read((dir + "/missing.xml").c_str()), -1);
 }
 

@@ -12,32 +12,24 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 namespace opt_test {
 
 inline std::string scratchFolder(const char* name) { return test_files::freshFolder(std::string("options/") + name); }
 
-inline std::string fileText(const std::string& path) { return test_files::readFile(path); }
-
-inline void writeText(const std::string& path, const std::string& text) { test_files::writeFile(path, text); }
+using test_files::readFile;
+using test_files::writeFile;
 
 // The bytes write_base gives for `rec`, without the line end.
 inline std::string optBytes(const vq::SOpt& rec) {
     FILE* f = std::tmpfile();
-    std::string s;
     {
         vq::CXmlOut out(f, nullptr);
         rec.write_base(out);
         out.close();
     }
-    std::rewind(f);
-    char buf[4096];
-    s.resize(std::fread(buf, 1, sizeof buf, f));
-    std::copy(buf, buf + s.size(), s.begin());
-    std::fclose(f);
+    std::string s = test_files::readAndClose(f);
     while (!s.empty() && (s.back() == '\n' || s.back() == '\r'))
         s.pop_back();
     return s;

@@ -3,6 +3,7 @@
 // temporary folder.
 #pragma once
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -36,6 +37,21 @@ inline bool writeFile(const std::string& path, const std::string& bytes) {
     std::ofstream f(std::filesystem::u8path(path), std::ios::binary);
     f << bytes;
     return bool(f);
+}
+
+// A UTF-8 text as UTF-16 (Windows) or UTF-32 (POSIX).
+inline std::wstring wide(const std::string& s) { return std::filesystem::u8path(s).wstring(); }
+
+// Everything written to `f` (a temporary file); closes it.
+inline std::string readAndClose(FILE* f) {
+    std::string out;
+    std::fflush(f);
+    std::rewind(f);
+    char buf[4096];
+    for (size_t n; (n = std::fread(buf, 1, sizeof buf, f)) > 0;)
+        out.append(buf, n);
+    std::fclose(f);
+    return out;
 }
 
 // The text with every CR LF as LF: what a text-mode reader sees on either system.

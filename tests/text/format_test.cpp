@@ -3,6 +3,8 @@
 #include "vqk/text/str_format.h"
 #include "expect_text.h"
 
+#include "support/test_files.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdarg>
@@ -121,10 +123,7 @@ TEST(CFormat, FormatsFollowTheRuntimesConventionsOnEverySystem) {
         printTo(out, "%S %I64u", L"wide", vq::uint64(1) << 33);
         out.flush();
     }
-    char back[32] = {};
-    std::rewind(f);
-    EXPECT_STREQ(std::fgets(back, sizeof back, f), "wide 8589934592");
-    std::fclose(f);
+    EXPECT_EQ(test_files::readAndClose(f), "wide 8589934592");
 }
 
 TEST(CStrFormat, InlineBlockThenDoublingUpToTenAttempts) {
