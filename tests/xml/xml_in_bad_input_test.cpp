@@ -123,7 +123,7 @@ TEST(XmlInBadInput, EachMalformedShapeGivesItsMessageAndPlace) {
     struct Case {
         const char* doc;
         const char* message;
-        const char* at; // null: not checked (the walk itself throws "Unexpected tag")
+        const char* at = nullptr; // null: not checked (the walk itself throws "Unexpected tag")
     };
     const Case cases[] = {
         {"", kEof, "0 1:1"},
