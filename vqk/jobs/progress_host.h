@@ -59,9 +59,9 @@ public:
     void push(CProgressBase& progress, bool showText);
     void pop(const CProgressBase* progress);
 
-    // Reports the innermost range's position. Inline (defined in progress.h) because it is called on every
-    // step of a loop: a step that reaches no new whole percent costs one virtual call
-    // and a comparison.
+    // Reports the innermost range's position. Inline (defined in progress.h) because
+    // it is called on every step of a loop: a step that reaches no new whole percent
+    // costs one virtual call and a comparison.
     inline void progress();
     // Reports after a level's text changed: the new text goes out with a new percent,
     // or on its own (updateText) when no new percent came.
