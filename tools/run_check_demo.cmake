@@ -12,28 +12,14 @@ file(REMOVE ${report})
 # The run keeps its settings in a per-user options file: give it one of its own.
 set(ENV{XDG_CONFIG_HOME} ${BINARY_DIR}/demo_config)
 set(ENV{APPDATA} ${BINARY_DIR}/demo_config)
-execute_process(
-  COMMAND ${TOOL} ${args} //b
-  WORKING_DIRECTORY ${SOURCE_DIR}
-  RESULT_VARIABLE rc
-  OUTPUT_VARIABLE out
-  ERROR_VARIABLE err)
-message("${out}")
-if(err)
-  message("standard error:\n${err}")
-endif()
-if(NOT rc EQUAL 1)
-  message(FATAL_ERROR "vqk_run should end with 1 (some example documents fail on purpose), got ${rc}")
-endif()
-foreach(expected
+include(${CMAKE_CURRENT_LIST_DIR}/expect_run.cmake)
+expect_run(1 "some example documents fail on purpose"
+  ARGS ${args} //b
+  MATCHES
     "Checked 10 documents in [0-9.]+ s: 5 passed, 3 failed, 1 timed out, 1 crashed"
     "<stat job=\"1\" fail=\"3\" warn=\"0\" crash=\"1\" timeout=\"1\""
     "broken.xml:[0-9]+:[0-9]+: XML error"
     "</job_log>")
-  if(NOT out MATCHES "${expected}")
-    message(FATAL_ERROR "the run's output lacks: ${expected}")
-  endif()
-endforeach()
 if(NOT EXISTS ${report})
   message(FATAL_ERROR "no report at ${report}")
 endif()
